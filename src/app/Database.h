@@ -1,0 +1,56 @@
+// Access to the program database data.mdb (a SQLite file in the home). One connection per thread is
+// opened on first use and kept; statements written in the Jet dialect of the master data and the
+// procedures are translated here and nowhere else.
+#pragma once
+
+#include "Errors.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+// The database connection of the calling thread, opened on GetDBPath() when needed.
+// Throws VeridonError when data.mdb does not exist or cannot be opened: a missing database is
+// never created silently.
+QSqlDatabase database();
+
+// Closes the calling thread's connection (before the home changes, or at the end of a test).
+void closeDatabase();
+
+// Creates a new, empty data.mdb at path (WAL journal) and opens it as this thread's connection.
+// An existing file is left alone and opened.
+void createDatabaseFile(const QString& path);
+
+// Runs one statement written in the Jet dialect, with optional bound values, and returns the
+// executed query positioned before its first row. Throws VeridonError with SQLite's error number
+// and text when the statement fails.
+QSqlQuery execSql(const QString& jetSql, const QVariantList& bindValues = {});
+
+// Prepares a statement (Jet dialect) once for repeated execution with different bound values.
+QSqlQuery prepareSql(const QString& jetSql);
+// Executes a prepared query; throws VeridonError on failure.
+void execPrepared(QSqlQuery& query);
+
+// A text as an SQL string literal: in apostrophes, embedded apostrophes doubled. Every text that
+// comes from data, a file or the operator goes into SQL through this or a bound value.
+QString sqlQuote(const QString& text);
+
+// Throws VeridonError unless table exists; unless column exists in it (column may be empty).
+void requireColumn(const QString& table, const QString& column = QString());
+
+// Runs a batch in one transaction on this thread's connection. Nested use joins the outer
+// transaction. Commits when commit() is called; rolls back on destruction otherwise.
+class Transaction {
+public:
+    Transaction();
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void commit();
+
+private:
+    bool owner_ = false;
+    bool done_ = false;
+};

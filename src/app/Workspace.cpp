@@ -1,0 +1,84 @@
+#include "Workspace.h"
+
+#include "Database.h"
+#include "Home.h"
+#include "MasterData.h"
+#include "TextFile.h"
+#include "model/Schema.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+bool isTextFile(const QString& path) {
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    return suffix == QLatin1String("ini") || suffix == QLatin1String("xml") || suffix == QLatin1String("txt");
+}
+
+// Copies the tree under from into to. Text files are converted to the program's file encoding
+// (Windows-1252, CR LF); everything else is copied byte for byte.
+void installTree(const QString& from, const QString& to, bool overwrite) {
+    if (!QFileInfo(from).isDir())
+        return;
+    QDirIterator it(from, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString target = to + QDir(from).relativeFilePath(source);
+        if (QFileInfo::exists(target)) {
+            if (!overwrite)
+                continue;
+            QFile::remove(target);
+        }
+        QDir().mkpath(QFileInfo(target).absolutePath());
+        bool ok = false;
+        if (isTextFile(source)) {
+            QFile in(source);
+            ok = in.open(QIODevice::ReadOnly) && writeTextFile(target, QString::fromUtf8(in.readAll()));
+        } else {
+            ok = QFile::copy(source, target);
+        }
+        if (!ok)
+            throw VeridonError(ErrorNumber::PathNotFound,
+                               QStringLiteral("Datei '%1' konnte nicht geschrieben werden.").arg(target));
+    }
+}
+
+} // namespace
+
+QStringList homeWorkingFolders() {
+    return {QStringLiteral("images"), QStringLiteral("scan"),   QStringLiteral("import"),
+            QStringLiteral("export"), QStringLiteral("backup"), QStringLiteral("test")};
+}
+
+void initHome(const QString& folder, bool demo, bool force) {
+    if (!QDir().mkpath(folder))
+        throw VeridonError(ErrorNumber::PathNotFound,
+                           QStringLiteral("Der Ordner '%1' kann nicht angelegt werden.").arg(folder));
+    setHome(folder);
+    const QString dbPath = homePath(QStringLiteral("data.mdb"));
+    if (QFileInfo::exists(dbPath)) {
+        if (!force)
+            throw VeridonError(
+                HomeExistsError,
+                QStringLiteral("In '%1' gibt es bereits eine data.mdb. Mit --force wird sie neu angelegt "
+                               "(alle Datensätze gehen verloren).")
+                    .arg(homeDir()));
+        closeDatabase();
+        for (const char* suffix : {"", "-wal", "-shm"})
+            QFile::remove(dbPath + QLatin1String(suffix));
+    }
+    createDatabaseFile(dbPath);
+    createSchema();
+    const QString data = masterDataDir();
+    loadTableFolder(data + QStringLiteral("tables"));
+    installTree(data + QStringLiteral("home/"), homeDir(), force);
+    for (const QString& sub : homeWorkingFolders())
+        QDir().mkpath(homePath(sub));
+    if (demo) {
+        loadTableFolder(data + QStringLiteral("demo/tables"));
+        installTree(data + QStringLiteral("demo/home/"), homeDir(), true);
+    }
+}

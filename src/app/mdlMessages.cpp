@@ -1,0 +1,106 @@
+#include "mdlMessages.h"
+
+#include "Clock.h"
+#include "Database.h"
+#include "Errors.h"
+#include "Home.h"
+#include "TextFile.h"
+#include "mdlDB.h"
+
+namespace {
+
+QString cachedLanguage;
+QString cachedLanguageHome; // the language belongs to one home's settings
+
+QString lineBreaks(QString text) {
+    text.replace(QLatin1String("\\n"), QLatin1String("\r\n"));
+    return text;
+}
+
+// The stored text for key in the current language, or null when there is none or it cannot be read.
+QVariant lookupText(const QString& key) {
+    try {
+        const QString condition =
+            QStringLiteral("Language_ID=%1 AND Name=%2").arg(sqlQuote(GetLanguage()), sqlQuote(key));
+        return GetValue(QStringLiteral("Text"), QStringLiteral("sysTexts"), condition);
+    } catch (const std::exception&) {
+        return QVariant();
+    }
+}
+
+} // namespace
+
+QString productName() {
+    return QStringLiteral("Veridon");
+}
+
+QString GetLanguage(bool reload) {
+    if (!cachedLanguage.isEmpty() && !reload && cachedLanguageHome == homeDir())
+        return cachedLanguage;
+    cachedLanguageHome = homeDir();
+    QVariant value;
+    try {
+        value = GetValue(QStringLiteral("APP_Language"), QStringLiteral("zvbSys"), QString());
+    } catch (const std::exception&) {
+        // No database yet: the texts fall back to their defaults anyway.
+    }
+    cachedLanguage = value.isNull() ? QStringLiteral("EN") : value.toString();
+    return cachedLanguage;
+}
+
+void ReloadLanguage() {
+    cachedLanguage.clear();
+    GetLanguage(true);
+}
+
+QString GetText(const QString& id, const QString& defaultText, const QVariantList& values) {
+    const QVariant stored = lookupText(id);
+    QString text = stored.isNull() ? defaultText : stored.toString();
+    for (int i = 0; i < values.size(); ++i)
+        text.replace(QLatin1Char('%') + QString::number(i + 1), values[i].toString());
+    return lineBreaks(text);
+}
+
+QString GetText(const MessageText& message, const QVariantList& values) {
+    return GetText(message.idText(), message.text(), values);
+}
+
+int ShowMessage(const MessageText& message, int buttons, const QVariantList& values) {
+    return zvMsgBox(GetText(message, values), buttons, QString());
+}
+
+QString GetCaption(const QString& defaultText, const QString& key) {
+    const QString stored = lookupText(key).toString();
+    return stored.isEmpty() ? defaultText : stored;
+}
+
+int zvMsgBox(const QString& prompt, int buttons, const QString& title) {
+    const QString shownTitle = title.isEmpty() ? productName() : title;
+    const QString text = lineBreaks(prompt);
+    const int answer = messagePresenter().show(text, buttons, shownTitle);
+    WriteLog(QStringLiteral("zvMsgBox"),
+             text + QLatin1Char('#') + QString::number(buttons) + QLatin1Char('#') + shownTitle);
+    return answer;
+}
+
+bool WriteLog(const QString& source, const QString& message) {
+    try {
+        const QString stamp = appClock().now().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
+        return appendTextLine(homePath(QStringLiteral("zvMsgLog.txt")),
+                              source + QLatin1Char(';') + message + QLatin1Char(';') + stamp);
+    } catch (...) {
+        return false;
+    }
+}
+
+void ReportRuntimeError(const QString& procedure, int number, const QString& description) {
+    const QString name = procedure.endsWith(QLatin1String("()")) ? procedure : procedure + QLatin1String("()");
+    zvMsgBox(GetText(Msg::RuntimeErr, {name, QString::number(number), description}), MsgBox::Critical, QString());
+}
+
+void ReportRuntimeError(const QString& procedure, const std::exception& error) {
+    if (const auto* v = dynamic_cast<const VeridonError*>(&error))
+        ReportRuntimeError(procedure, v->number(), v->description());
+    else
+        ReportRuntimeError(procedure, ErrorNumber::InvalidArgument, QString::fromLocal8Bit(error.what()));
+}

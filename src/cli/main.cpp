@@ -1,0 +1,94 @@
+// veridon-cli: the workstation's procedures from the command line, for scripts, the demo and
+// operators without a display.
+
+#include "CliCommand.h"
+#include "app/Errors.h"
+#include "app/Home.h"
+#include "app/mdlMessages.h"
+
+#include <QCoreApplication>
+#include <cstdio>
+
+namespace {
+
+void printHelp(QTextStream& out) {
+    out << "Aufruf: veridon-cli [--home ORDNER] [--yes|--no] BEFEHL [ARGUMENTE]\n\n"
+           "Veridon: Erfassung von EHIC-Belegen. Der Home-Ordner enthält data.mdb, tarnvel.ini,\n"
+           "default.xml und zvMsgLog.txt; ohne --home gilt $VERIDON_HOME, sonst der Programmordner.\n\n"
+           "Optionen:\n"
+           "  --home ORDNER   Home-Ordner\n"
+           "  --yes, --no     Antwort auf Rückfragen (ohne Angabe: Nein)\n"
+           "  --help          diese Hilfe\n"
+           "  --version       Programmversion\n\n"
+           "Befehle:\n";
+    for (const CliCommand& c : CliRegistry::all()) {
+        const QString head = QStringLiteral("  %1 %2").arg(QLatin1String(c.name), QLatin1String(c.usage));
+        out << head.leftJustified(44) << ' ' << c.summary << '\n';
+    }
+    out << "\nExit-Code: 0 Erfolg, 1 gemeldeter Fehler, 2 falscher Aufruf.\n";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("veridon-cli"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VERIDON_VERSION));
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+
+    QStringList args = QCoreApplication::arguments().mid(1);
+    QString home;
+    bool yes = false;
+    bool no = false;
+    while (!args.isEmpty() && args.first().startsWith(QLatin1String("--"))) {
+        const QString option = args.takeFirst();
+        if (option == QLatin1String("--help")) {
+            printHelp(out);
+            return Exit::Ok;
+        } else if (option == QLatin1String("--version")) {
+            out << "veridon-cli " << VERIDON_VERSION << '\n';
+            return Exit::Ok;
+        } else if (option == QLatin1String("--home") && !args.isEmpty()) {
+            home = args.takeFirst();
+        } else if (option == QLatin1String("--yes")) {
+            yes = true;
+        } else if (option == QLatin1String("--no")) {
+            no = true;
+        } else {
+            err << "veridon-cli: unbekannte Option '" << option << "' (--help zeigt die Aufrufe)\n";
+            return Exit::Usage;
+        }
+    }
+    if (args.isEmpty()) {
+        printHelp(err);
+        return Exit::Usage;
+    }
+    if (yes && no) {
+        err << "veridon-cli: --yes und --no schließen sich aus\n";
+        return Exit::Usage;
+    }
+    const QString name = args.takeFirst();
+    const CliCommand* command = CliRegistry::find(name);
+    if (!command) {
+        err << "veridon-cli: unbekannter Befehl '" << name << "' (--help zeigt die Befehle)\n";
+        return Exit::Usage;
+    }
+
+    resolveHome(home);
+    ConsolePresenter presenter(yes);
+    setMessagePresenter(&presenter);
+    CliContext context{args, out, err, presenter, yes, no};
+    int code = Exit::Ok;
+    try {
+        code = command->run(context);
+    } catch (const VeridonError& e) {
+        out.flush();
+        err << "Fehler #" << e.number() << ": " << e.description() << '\n';
+        code = Exit::Failure;
+    }
+    out.flush();
+    err.flush();
+    setMessagePresenter(nullptr);
+    return code;
+}

@@ -1,0 +1,15 @@
+// The tables of the program database. zvbWerte's column order is the contract with the evaluation
+// program: its result file fills the columns positionally.
+#pragma once
+
+#include <QStringList>
+
+// Creates every table and index that does not exist yet in the current database. Existing tables
+// are left as they are.
+void createSchema();
+
+// The names of all tables the program uses, in creation order.
+QStringList schemaTables();
+
+// The columns of zvbWerte in table order.
+QStringList valuesTableColumns();

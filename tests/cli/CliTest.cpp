@@ -1,0 +1,69 @@
+// veridon-cli as a user runs it: exit codes, output and the files it leaves in a home.
+
+#include "CliRun.h"
+#include "TempHome.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(CommandLine, init_creates_a_home_and_refuses_to_overwrite_it) {
+    TempHome home(TempHome::Content::Empty);
+    CliRun first = runCli({"--home", home.dir(), "init"});
+    EXPECT_EQ(first.exitCode, 0) << first.err.toStdString();
+    EXPECT_TRUE(QFileInfo::exists(home.path("data.mdb")));
+    EXPECT_TRUE(QFileInfo::exists(home.path("tarnvel.ini")));
+
+    CliRun second = runCli({"--home", home.dir(), "init"});
+    EXPECT_EQ(second.exitCode, 2);
+    EXPECT_TRUE(second.err.contains("--force"));
+
+    CliRun forced = runCli({"--home", home.dir(), "init", "--force"});
+    EXPECT_EQ(forced.exitCode, 0);
+}
+
+TEST(CommandLine, sql_prints_rows_tab_separated_under_a_header) {
+    TempHome home;
+    CliRun run = runCli({"--home", home.dir(), "sql",
+                         "SELECT State_ID, State_XmlType FROM sysStates WHERE State_ID LIKE 'C*' OR State_ID='DE'"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, "State_ID\tState_XmlType\nCY\t1\nCZ\t1\nDE\t4\nCH\t3\n");
+
+    CliRun update = runCli({"--home", home.dir(), "sql", "DELETE * FROM sysStates WHERE State_ID='CH'"});
+    EXPECT_EQ(update.exitCode, 0);
+    EXPECT_TRUE(update.out.startsWith("1 "));
+}
+
+TEST(CommandLine, a_failing_statement_is_a_reported_failure) {
+    TempHome home;
+    CliRun run = runCli({"--home", home.dir(), "sql", "SELECT * FROM Gibtsnicht"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Gibtsnicht"));
+}
+
+TEST(CommandLine, missing_database_is_reported_not_created) {
+    TempHome home(TempHome::Content::Empty);
+    CliRun run = runCli({"--home", home.dir(), "info"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("data.mdb"));
+    EXPECT_FALSE(QFileInfo::exists(home.path("data.mdb")));
+}
+
+TEST(CommandLine, usage_errors_exit_with_two) {
+    EXPECT_EQ(runCli({}).exitCode, 2);
+    EXPECT_EQ(runCli({"gibtsnicht"}).exitCode, 2);
+    EXPECT_EQ(runCli({"--unbekannt", "info"}).exitCode, 2);
+    EXPECT_EQ(runCli({"--yes", "--no", "info"}).exitCode, 2);
+    TempHome home;
+    EXPECT_EQ(runCli({"--home", home.dir(), "sql"}).exitCode, 2);
+}
+
+TEST(CommandLine, help_lists_the_commands) {
+    CliRun run = runCli({"--help"});
+    EXPECT_EQ(run.exitCode, 0);
+    for (const char* command : {"init", "sql", "info"})
+        EXPECT_TRUE(run.out.contains(QString::fromLatin1("  ") + QLatin1String(command))) << command;
+    EXPECT_EQ(runCli({"--version"}).out, "veridon-cli 0.1.0\n");
+}
+
+} // namespace

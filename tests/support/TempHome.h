@@ -1,0 +1,32 @@
+// A complete home in a temporary folder, made as `veridon-cli init` makes it, and removed at the end.
+#pragma once
+
+#include "QtPrinters.h"
+#include "app/Clock.h"
+
+#include <QString>
+#include <QTemporaryDir>
+
+class TempHome {
+public:
+    enum class Content { Empty, MasterData, Demo };
+    explicit TempHome(Content content = Content::MasterData);
+    ~TempHome();
+    TempHome(const TempHome&) = delete;
+    TempHome& operator=(const TempHome&) = delete;
+
+    // The home folder, ending in "/".
+    QString dir() const;
+    // A path inside the home.
+    QString path(const QString& relative) const;
+    // Writes a file of bytes into the home (folders made as needed); returns its path.
+    QString writeFile(const QString& relative, const QByteArray& bytes) const;
+    // Reads a file of the home as bytes (empty when missing).
+    QByteArray readFile(const QString& relative) const;
+
+private:
+    QTemporaryDir dir_;
+};
+
+// Path of a test data file under tests/data/.
+QString testDataPath(const QString& relative);
