@@ -34,6 +34,7 @@ struct ThreadConnection {
 };
 
 thread_local ThreadConnection connection;
+thread_local quint64 generation = 0;
 
 VeridonError errorFrom(const QSqlError& error, const QString& statement) {
     bool ok = false;
@@ -60,6 +61,7 @@ QSqlDatabase openConnection(const QString& path) {
         throw e;
     }
     connection.name = name;
+    ++generation;
     const QVariant handle = db.driver()->handle();
     if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
         sqlite3* raw = *static_cast<sqlite3* const*>(handle.constData());
@@ -87,6 +89,10 @@ QSqlDatabase database() {
         throw VeridonError(ErrorNumber::DatabaseMissing,
                            QStringLiteral("Die Datenbank '%1' wurde nicht gefunden.").arg(path));
     return openConnection(path);
+}
+
+quint64 connectionGeneration() {
+    return generation;
 }
 
 void closeDatabase() {

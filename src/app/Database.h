@@ -19,6 +19,10 @@ QSqlDatabase database();
 // Closes the calling thread's connection (before the home changes, or at the end of a test).
 void closeDatabase();
 
+// Rises each time this thread opens a connection; prepared statements kept across calls compare it
+// to know that their connection is gone.
+quint64 connectionGeneration();
+
 // Creates a new, empty data.mdb at path (WAL journal) and opens it as this thread's connection.
 // An existing file is left alone and opened.
 void createDatabaseFile(const QString& path);

@@ -1,0 +1,92 @@
+// Field definitions asked by name, on the master data of a new home.
+
+#include "model/ZVBFelderArray.h"
+#include "HomeTest.h"
+#include "app/Database.h"
+
+namespace {
+
+class FieldDefinitions : public HomeTest {
+protected:
+    void SetUp() override {
+        execSql("UPDATE ZVBFelder SET T4_x=120, T4_y=340, T4_dx=900, T4_dy=60,"
+                " T5_x=150, T5_y=410, T5_dx=880, T5_dy=64 WHERE VarName='NACHNAME'");
+    }
+    ZVBFelderArray felder;
+};
+
+TEST_F(FieldDefinitions, names_match_without_regard_to_case) {
+    felder.Fill();
+    EXPECT_EQ(felder.count(), 33);
+    EXPECT_TRUE(felder.Exists("nachname"));
+    EXPECT_EQ(felder.GetLaenge("nachname"), 40);
+    EXPECT_EQ(felder.GetSatznummer("Nachname"), 4);
+    EXPECT_EQ(felder.GetPruefungen("card_id"), "Pflichtfeld();Zahl()");
+    EXPECT_EQ(felder.GetFehlertextname("GEBDAT"), "FT_GEBDAT");
+    EXPECT_EQ(felder.GetGelbeFelder("STATE"), -1);
+    EXPECT_EQ(felder.GetPruefe("PERSONAL_ID"), 0);
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(FieldDefinitions, only_layout_four_selects_the_t4_region) {
+    felder.Fill();
+    EXPECT_EQ(felder.GetX("NACHNAME", 4), 120);
+    EXPECT_EQ(felder.GetDY("NACHNAME", 4), 60);
+    EXPECT_EQ(felder.GetX("NACHNAME", 5), 150);
+    EXPECT_EQ(felder.GetY("NACHNAME", 5), 410);
+    EXPECT_EQ(felder.GetDX("NACHNAME", 0), 880);
+    EXPECT_EQ(felder.GetDY("NACHNAME", 7), 64);
+}
+
+TEST_F(FieldDefinitions, nulls_take_their_defaults) {
+    execSql("UPDATE ZVBFelder SET OkFarbe=NULL, gelbefelderjn=NULL, pruefe=NULL, pruefungen=NULL,"
+            " satznummer=NULL WHERE VarName='VORNAME'");
+    felder.Fill();
+    EXPECT_EQ(felder.GetokFarbe("VORNAME"), 1);
+    EXPECT_EQ(felder.GetGelbeFelder("VORNAME"), 0);
+    EXPECT_EQ(felder.GetPruefe("VORNAME"), 0);
+    EXPECT_EQ(felder.GetPruefungen("VORNAME"), "");
+    EXPECT_EQ(felder.GetSatznummer("VORNAME"), 0);
+}
+
+TEST_F(FieldDefinitions, unknown_name_is_reported_and_answers_zero) {
+    felder.Fill();
+    EXPECT_FALSE(felder.Exists("STRASSE"));
+    EXPECT_TRUE(messages.messages().isEmpty()) << "Exists reports nothing";
+    EXPECT_EQ(felder.GetLaenge("Strasse"), 0);
+    EXPECT_EQ(felder.GetPruefungen("Strasse"), "");
+    ASSERT_EQ(messages.messages().size(), 2);
+    EXPECT_EQ(messages.messages()[0].prompt,
+              "Problem beim Auslesen des zvbFelderArrays!\r\nDer gesuchte Eintrag 'Strasse' ist nicht vorhanden.");
+}
+
+TEST_F(FieldDefinitions, empty_table_makes_every_getter_report_the_empty_list) {
+    execSql("DELETE * FROM ZVBFelder");
+    felder.Fill();
+    EXPECT_EQ(felder.count(), 0);
+    EXPECT_EQ(felder.GetX("NACHNAME", 4), 0);
+    EXPECT_EQ(felder.GetFormatierung("NACHNAME"), "");
+    EXPECT_EQ(felder.GetokFarbe("NACHNAME"), 0);
+    EXPECT_EQ(messages.messages().size(), 3);
+    for (const auto& m : messages.messages())
+        EXPECT_EQ(m.prompt, "Problem beim Auslesen des zvbFelderArrays!\r\nDas Array ist leer.");
+}
+
+TEST_F(FieldDefinitions, a_name_held_twice_answers_with_its_first_row) {
+    execSql("INSERT INTO ZVBFelder (VarName, T4_x, T4_y, T4_dx, T4_dy, T5_x, T5_y, T5_dx, T5_dy, VarLng)"
+            " VALUES ('Nachname', 1, 1, 1, 1, 1, 1, 1, 1, 99)");
+    felder.Fill();
+    EXPECT_EQ(felder.GetLaenge("NACHNAME"), 40);
+}
+
+TEST_F(FieldDefinitions, null_in_a_required_column_stops_the_load_and_keeps_what_was_read) {
+    execSql("UPDATE ZVBFelder SET T4_x=NULL WHERE VarName='FORM_ID'");
+    felder.Fill();
+    EXPECT_EQ(felder.count(), 18) << "the 18 rows before FORM_ID";
+    EXPECT_TRUE(felder.Exists("T5_L7"));
+    EXPECT_FALSE(felder.Exists("FORM_ID"));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.messages()[0].prompt.startsWith("Laufzeitfehler in Funktion 'zvbFelderArray.Fill()'!"));
+}
+
+} // namespace
