@@ -1,0 +1,27 @@
+#include "ImageFiles.h"
+
+#include "app/Home.h"
+#include "app/JetDialect.h"
+#include "app/mdlDB.h"
+
+QString GetBildpfad() {
+    return withTrailingSlash(GetSysText(QStringLiteral("APP_Bildpfad")));
+}
+
+bool IsPathLikeImageName(const QString& name) {
+    // The stored rule is the Jet pattern "*[\,:]*"; on this platform "/" separates folders as well.
+    return jetLike(QStringLiteral("*[\\,:]*"), name) || name.contains(QLatin1Char('/'));
+}
+
+QString RecordImageFile(const QString& bmpName) {
+    if (bmpName.isEmpty() || IsPathLikeImageName(bmpName))
+        return QString();
+    return GetBildpfad() + bmpName;
+}
+
+QString DiscardedImageName(const QString& bmpName) {
+    const qsizetype dot = bmpName.lastIndexOf(QLatin1Char('.'));
+    if (dot < 0)
+        return bmpName + QStringLiteral("_d.");
+    return bmpName.left(dot) + QStringLiteral("_d") + bmpName.mid(dot);
+}

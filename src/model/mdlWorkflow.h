@@ -1,0 +1,69 @@
+// The record workflow shared by the main window and the command line: which workstation holds which
+// record of zvbWerte (Workflow_Status, Workflow_KorrID), taking the next waiting record, saving it
+// with a new state, handing it over and discarding it with its image. Every procedure reports its
+// own failures as a run-time error and answers with a failure value; the database keeps what was
+// already done.
+#pragma once
+
+#include <QString>
+
+// Workflow states of a record.
+namespace WorkflowStatus {
+inline constexpr qint16 Waiting = 10;       // imported, waiting for correction
+inline constexpr qint16 OtherHandOver = 20; // handed over by another way; exported like 40
+inline constexpr qint16 InCorrection = 30;  // held by the workstation in Workflow_KorrID
+inline constexpr qint16 HandedOver = 40;    // checked and handed over, waiting for export
+} // namespace WorkflowStatus
+
+// Gives this workstation's records in correction back to the pool (30 -> 10, holder 0). Records
+// of other workstations stay as they are. Returns the number released, -1 after a reported failure.
+int ReleaseOwnRecords();
+int ReleaseOwnRecords(qint16 korrId);
+
+// Releases korrId's records, then claims the first waiting record in table order for korrId. The
+// claim only succeeds while the row is still waiting, so a row another workstation took in the
+// meantime is skipped and two workstations never hold the same record. Returns the LfdNr claimed,
+// -1 when the pool is empty. Throws VeridonError when the database fails.
+qint32 ClaimNextRecord(qint16 korrId);
+
+// Take next record: claims the next record for this workstation (APP_KorrID) and fills the
+// program-wide values with it. Returns its LfdNr; -1 when the pool is empty or after a reported
+// failure, and the values are then empty.
+qint32 TakeNextRecord();
+
+// Claims record number for korrId when it is waiting or already held by korrId (the command line
+// names its record instead of taking the next). True when korrId holds it afterwards; false when
+// there is no such row or it is held by another workstation or already handed over. Throws on a
+// database failure.
+bool ClaimRecord(qint32 number, qint16 korrId);
+
+// Why ClaimRecord refused record number, in German for the operator: missing, held elsewhere, or
+// already handed over. Throws on a database failure.
+QString ClaimRefusal(qint32 number);
+
+// Fills the program-wide values with record number. False (values empty) when there is no such row
+// or after a reported failure.
+bool LoadRecord(qint32 number);
+
+// The state and holder of record number; false when there is no such row. Throws on a database failure.
+bool RecordState(qint32 number, qint16& status, qint16& korrId);
+
+// Save with status: writes the values in hand into record number, empties them and sets the
+// record's state to status with no holder. Does nothing and returns false for number < 0 or after
+// a reported failure.
+bool SaveWithStatus(qint32 number, qint16 status);
+
+// The discard of the record in hand (number), as actionVerwerfen does after the window wrote its
+// controls into the values: unless silent, asks "Msg_AskDelete" and stops on any answer but Yes.
+// A bare-named image is deleted from the image folder, after a "_d." copy into the day's image
+// backup when images are backed up; a path-like name is never touched. A failed deletion is shown
+// as "Msg_ImageDeleteErr" and the record is still deleted. The values are saved and emptied, the
+// row deleted and "Beleg #n - <image> gelöscht!" logged. Returns true when the record was deleted.
+bool DiscardRecord(qint32 number, bool silent);
+
+// Asked when leaving with a record on screen: "Msg_AskAppExit"; true on Yes, or when no record is
+// on screen (number < 0).
+bool ConfirmLeave(qint32 number);
+
+// Deletes every "*.tif" file of the image folder, one by one; returns how many were deleted.
+int DeleteFolderImages();
