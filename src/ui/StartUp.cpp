@@ -1,0 +1,84 @@
+#include "StartUp.h"
+
+#include "QtMessagePresenter.h"
+#include "SingleInstance.h"
+#include "frmInit.h"
+#include "frmMain.h"
+
+#include "app/Home.h"
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
+#include "model/FormModel.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QScreen>
+#include <QTimer>
+#include <memory>
+
+namespace {
+
+QString optionValue(const QStringList& arguments, const QString& option) {
+    const qsizetype at = arguments.indexOf(option);
+    return at >= 0 && at + 1 < arguments.size() ? arguments.at(at + 1) : QString();
+}
+
+// For the documentation: once the window has settled, saves a picture of the main window and, when
+// asked, one of the whole screen with the viewer beside it, then ends without touching the record.
+void scheduleScreenshots(QWidget* window, const QString& windowFile, const QString& screenFile) {
+    QTimer::singleShot(1500, window, [window, windowFile, screenFile] {
+        bool saved = window->grab().save(windowFile);
+        if (!screenFile.isEmpty())
+            if (QScreen* screen = window->screen())
+                saved = screen->grabWindow(0).save(screenFile) && saved;
+        QCoreApplication::exit(saved ? 0 : 1);
+    });
+}
+
+} // namespace
+
+int RunVeridon(QApplication& app, const QStringList& arguments) {
+    resolveHome(optionValue(arguments, QStringLiteral("--home")));
+
+    SingleInstance instance(homeDir());
+    if (instance.activateRunning())
+        return 0;
+    instance.listen();
+    QDir::setCurrent(homeDir());
+
+    QtMessagePresenter presenter;
+    if (!QFileInfo(GetDBPath()).isFile()) {
+        zvMsgBox(QString::fromUtf8("Die Programmdatenbank '%1' wurde nicht gefunden.\nEine neue Arbeitsumgebung legt "
+                                   "'veridon-cli --home %2 init --demo' an.")
+                     .arg(QDir::toNativeSeparators(GetDBPath()), QDir::toNativeSeparators(homeDir())),
+                 MsgBox::Critical);
+        return 1;
+    }
+
+    std::unique_ptr<frmMain> main;
+    bool stop = false;
+    RunReported(QStringLiteral("MAIN"), [&] {
+        {
+            frmInit init;
+            init.show();
+            if (!init.checkDatabase()) {
+                stop = true;
+                return;
+            }
+        }
+        FelderArray().Fill();
+        WerteArray().Clear();
+        main = std::make_unique<frmMain>();
+        instance.setWindow(main.get());
+        main->show();
+        const QString screenshot = optionValue(arguments, QStringLiteral("--screenshot"));
+        if (!screenshot.isEmpty())
+            scheduleScreenshots(main.get(), screenshot, optionValue(arguments, QStringLiteral("--screenshot-screen")));
+    });
+    if (stop || !main)
+        return 1;
+    const int code = app.exec();
+    main.reset();
+    return code;
+}

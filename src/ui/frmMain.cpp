@@ -1,0 +1,362 @@
+// frmMain: building the window (fields, buttons, menus, tool bar, status bar), the start of the form
+// and the four display toggles that are stored at once in zvbSys.
+
+#include "frmMain.h"
+
+#include "StatusBarProgress.h"
+#include "admin/mdlBackup.h"
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace {
+
+struct FieldCaption {
+    const char* name;
+    const char* caption; // UTF-8
+};
+
+// The ten fields with their design captions (German; TranslateForm replaces them per language).
+const FieldCaption fieldCaptions[] = {
+    {"FORM_ID", "Formular:"},
+    {"SCANDAT", "Scandatum:"},
+    {"STATE", "Staat:"},
+    {"NACHNAME", "Nachname:"},
+    {"VORNAME", "Vorname:"},
+    {"GEBDAT", "Geburtsdatum:"},
+    {"PERSONAL_ID", "Persönliche Kennnummer:"},
+    {"INSTITUT_ID", "Kennnummer des Trägers:"},
+    {"CARD_ID", "Kennnummer der Karte:"},
+    {"CARD_EXPIRY", "Ablaufdatum:"},
+};
+
+QString utf8(const char* text) {
+    return QString::fromUtf8(text);
+}
+
+// A tool-bar icon drawn from a short glyph, for the actions the style has no picture for.
+QIcon glyphIcon(const QString& glyph) {
+    QPixmap pixmap(24, 24);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QFont font = painter.font();
+    font.setBold(true);
+    font.setPixelSize(glyph.size() > 1 ? 11 : 18);
+    painter.setFont(font);
+    painter.setPen(QColor(0x30, 0x30, 0x30));
+    painter.drawText(pixmap.rect(), Qt::AlignCenter, glyph);
+    return QIcon(pixmap);
+}
+
+QAction* makeAction(QObject* parent, const char* name, const char* text, bool checkable = false) {
+    auto* action = new QAction(utf8(text), parent);
+    action->setObjectName(QLatin1String(name));
+    action->setCheckable(checkable);
+    return action;
+}
+
+} // namespace
+
+const QStringList& frmMain::fieldNames() {
+    static const QStringList names = [] {
+        QStringList list;
+        for (const FieldCaption& f : fieldCaptions)
+            list << QLatin1String(f.name);
+        return list;
+    }();
+    return names;
+}
+
+frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
+    setObjectName(QStringLiteral("frmMain"));
+    auto* central = new QWidget(this);
+    central->setObjectName(QStringLiteral("centralWidget"));
+    setCentralWidget(central);
+    buildFields();
+    buildButtons();
+    auto* left = new QVBoxLayout;
+    left->addWidget(datensatz_);
+    auto* info = new QHBoxLayout;
+    for (QLineEdit* edit : {lfdNr_, bmpName_, korrigiert_}) {
+        auto* label = new QLabel(edit->property("designCaption").toString(), central);
+        // "lblKorrigiert" keeps the capital of the record's column, as the stored captions name it.
+        label->setObjectName(edit == korrigiert_ ? QStringLiteral("lblKorrigiert")
+                                                 : QStringLiteral("lbl") + edit->objectName());
+        label->setBuddy(edit);
+        info->addWidget(label);
+        info->addWidget(edit, edit == bmpName_ ? 3 : 1);
+    }
+    left->addLayout(info);
+    left->addStretch(1);
+    auto* right = new QVBoxLayout;
+    for (QPushButton* button : {buttonOK_, buttonVerwerfen_, buttonScannen_})
+        right->addWidget(button);
+    right->addStretch(1);
+    right->addWidget(buttonBeenden_);
+    auto* columns = new QHBoxLayout(central);
+    columns->addLayout(left, 1);
+    columns->addLayout(right);
+
+    buildMenus();
+    buildToolBar();
+    buildStatusBar();
+    connectActions();
+
+    // Tab order: the fields in their order, then the buttons; the field table takes its numbers
+    // from this chain.
+    QList<QWidget*> chain;
+    for (QLineEdit* edit : fields())
+        chain << edit;
+    chain << buttonOK_ << buttonVerwerfen_ << buttonScannen_ << buttonBeenden_;
+    QWidget* previous = nullptr;
+    for (QWidget* w : std::as_const(chain)) {
+        if (previous)
+            setTabOrder(previous, w);
+        previous = w;
+    }
+    // The form sees keys (and its fields' focus changes) before its controls: the filter is on the
+    // application, and only events for widgets of this window are handled.
+    qApp->installEventFilter(this);
+
+    resize(760, 520);
+    setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {QString()}));
+    RunReported(QStringLiteral("frmMain.Form_Load"), [this] { loadForm(); });
+}
+
+frmMain::~frmMain() {
+    qApp->removeEventFilter(this);
+    delete progress_;
+}
+
+void frmMain::buildFields() {
+    datensatz_ = new QGroupBox(utf8("Datensatz"), centralWidget());
+    datensatz_->setObjectName(QStringLiteral("Datensatz"));
+    auto* form = new QFormLayout(datensatz_);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    for (const FieldCaption& f : fieldCaptions) {
+        auto* edit = new QLineEdit(datensatz_);
+        edit->setObjectName(QLatin1String(f.name));
+        auto* label = new QLabel(utf8(f.caption), datensatz_);
+        label->setObjectName(QStringLiteral("lbl") + QLatin1String(f.name));
+        label->setBuddy(edit);
+        form->addRow(label, edit);
+    }
+    auto readOnly = [this](const char* name, const char* caption) {
+        auto* edit = new QLineEdit(centralWidget());
+        edit->setObjectName(QLatin1String(name));
+        edit->setReadOnly(true);
+        edit->setFocusPolicy(Qt::NoFocus);
+        edit->setProperty("designCaption", utf8(caption));
+        return edit;
+    };
+    lfdNr_ = readOnly("LfdNr", "Nr.:");
+    bmpName_ = readOnly("BMPName", "Bild:");
+    korrigiert_ = readOnly("korrigiert", "korrigiert:");
+    korrigiert_->setMaximumWidth(40);
+    lfdNr_->setMaximumWidth(80);
+}
+
+void frmMain::buildButtons() {
+    auto button = [this](const char* name, const char* text) {
+        auto* b = new QPushButton(utf8(text), centralWidget());
+        b->setObjectName(QLatin1String(name));
+        b->setAutoDefault(false);
+        b->setMinimumWidth(130);
+        return b;
+    };
+    buttonOK_ = button("buttonOK", "&OK / übergeben");
+    buttonVerwerfen_ = button("buttonVerwerfen", "&Verwerfen");
+    buttonScannen_ = button("buttonScannen", "&Scannen");
+    buttonBeenden_ = button("buttonBeenden", "&Beenden");
+}
+
+void frmMain::buildMenus() {
+    // Shortcut texts follow a tab in the caption only: the keys themselves belong to the form's key
+    // handling, which a real menu shortcut would pre-empt.
+    mpScannen_ = makeAction(this, "mpScannen", "&Scannen");
+    mpScannerSelect_ = makeAction(this, "mpScannerSelect", "Scanner &auswählen...");
+    mpScannerSettings_ = makeAction(this, "mpScannerSettings", "Scanner&einstellungen...");
+    mpDrucken_ = makeAction(this, "mpDrucken", "&Drucken");
+    mpEnde_ = makeAction(this, "mpEnde", "&Beenden");
+    mpOKWeiter_ = makeAction(this, "mpOKWeiter", "&OK / übergeben");
+    mpBelegLoeschen_ = makeAction(this, "mpBelegLoeschen", "&Verwerfen");
+    mpBelegZumTest_ = makeAction(this, "mpBelegZumTest", "Beleg zum &Test...");
+    mpStatusBar_ = makeAction(this, "mpStatusBar", "&Statusleiste", true);
+    mpToolbar_ = makeAction(this, "mpToolbar", "S&ymbolleiste", true);
+    mpToggleBildanzeige_ = makeAction(this, "mpToggleBildanzeige", "Bild&anzeige", true);
+    mpVollbild_ = makeAction(this, "mpVollbild", "&Vollbild\tF12", true);
+    mpZoomIn_ = makeAction(this, "mpZoomIn", "Ver&größern");
+    mpZoomOut_ = makeAction(this, "mpZoomOut", "Ver&kleinern");
+    mpLeft_ = makeAction(this, "mpLeft", "Nach &links");
+    mpRight_ = makeAction(this, "mpRight", "Nach &rechts");
+    mpUp_ = makeAction(this, "mpUp", "Nach &oben");
+    mpDown_ = makeAction(this, "mpDown", "Nach &unten");
+    mpOptionen_ = makeAction(this, "mpOptionen", "&Optionen...");
+    mpInfo_ = makeAction(this, "mpInfo", "&Info über Veridon...");
+
+    QMenuBar* bar = menuBar();
+    auto menu = [bar](const char* name, const char* title) {
+        QMenu* m = bar->addMenu(utf8(title));
+        m->setObjectName(QLatin1String(name));
+        return m;
+    };
+    QMenu* datei = menu("mnuDatei", "&Datei");
+    datei->addActions({mpScannen_, mpScannerSelect_, mpScannerSettings_});
+    datei->addSeparator();
+    datei->addAction(mpDrucken_);
+    datei->addSeparator();
+    datei->addAction(mpEnde_);
+    QMenu* beleg = menu("mnuBeleg", "&Beleg");
+    beleg->addActions({mpOKWeiter_, mpBelegLoeschen_});
+    beleg->addSeparator();
+    beleg->addAction(mpBelegZumTest_);
+    QMenu* ansicht = menu("mnuAnsicht", "&Ansicht");
+    ansicht->addActions({mpStatusBar_, mpToolbar_});
+    QMenu* bild = menu("mnuBild", "B&ild");
+    bild->addActions({mpToggleBildanzeige_, mpVollbild_});
+    bild->addSeparator();
+    bild->addActions({mpZoomIn_, mpZoomOut_});
+    bild->addSeparator();
+    bild->addActions({mpLeft_, mpRight_, mpUp_, mpDown_});
+    QMenu* extras = menu("mnuExtras", "E&xtras");
+    extras->addAction(mpOptionen_);
+    QMenu* hilfe = menu("mnuHilfe", "&Hilfe");
+    hilfe->addAction(mpInfo_);
+}
+
+void frmMain::buildToolBar() {
+    toolbar_ = addToolBar(utf8("Symbolleiste"));
+    toolbar_->setObjectName(QStringLiteral("Toolbar1"));
+    toolbar_->setMovable(false);
+    toolbar_->setFocusPolicy(Qt::NoFocus);
+    QStyle* s = style();
+    mpOKWeiter_->setIcon(s->standardIcon(QStyle::SP_DialogApplyButton));
+    mpBelegLoeschen_->setIcon(s->standardIcon(QStyle::SP_TrashIcon));
+    mpScannen_->setIcon(s->standardIcon(QStyle::SP_DriveCDIcon));
+    mpZoomIn_->setIcon(glyphIcon(QStringLiteral("+")));
+    mpZoomOut_->setIcon(glyphIcon(QString(QChar(0x2212))));
+    mpLeft_->setIcon(s->standardIcon(QStyle::SP_ArrowLeft));
+    mpRight_->setIcon(s->standardIcon(QStyle::SP_ArrowRight));
+    mpUp_->setIcon(s->standardIcon(QStyle::SP_ArrowUp));
+    mpDown_->setIcon(s->standardIcon(QStyle::SP_ArrowDown));
+    mpVollbild_->setIcon(s->standardIcon(QStyle::SP_TitleBarMaxButton));
+    mpToggleBildanzeige_->setIcon(glyphIcon(QStringLiteral("Bild")));
+    toolbar_->addActions({mpOKWeiter_, mpBelegLoeschen_});
+    toolbar_->addSeparator();
+    toolbar_->addAction(mpScannen_);
+    toolbar_->addSeparator();
+    toolbar_->addActions({mpToggleBildanzeige_, mpZoomIn_, mpZoomOut_, mpLeft_, mpRight_, mpUp_, mpDown_});
+    toolbar_->addSeparator();
+    toolbar_->addAction(mpVollbild_);
+    // The full-screen button is the one with the key "full"; it shares the check mark of mpVollbild.
+    if (QWidget* full = toolbar_->widgetForAction(mpVollbild_))
+        full->setObjectName(QStringLiteral("full"));
+    for (QAction* a : toolbar_->actions())
+        if (QWidget* w = toolbar_->widgetForAction(a))
+            w->setFocusPolicy(Qt::NoFocus);
+}
+
+void frmMain::buildStatusBar() {
+    statusText_ = new QLabel(statusBar());
+    statusText_->setObjectName(QStringLiteral("statusText"));
+    progressBar_ = new QProgressBar(statusBar());
+    progressBar_->setObjectName(QStringLiteral("statusProgress"));
+    progressBar_->setMaximumWidth(200);
+    progressBar_->hide();
+    statusBar()->addWidget(statusText_, 1);
+    statusBar()->addPermanentWidget(progressBar_);
+    progress_ = new StatusBarProgress(statusText_, progressBar_);
+}
+
+void frmMain::notAvailable(const QString& what) {
+    QApplication::beep();
+    statusBar()->showMessage(what, 8000);
+}
+
+void frmMain::connectActions() {
+    connect(buttonOK_, &QPushButton::clicked, this, &frmMain::onOK);
+    connect(mpOKWeiter_, &QAction::triggered, this, &frmMain::onOK);
+    connect(buttonVerwerfen_, &QPushButton::clicked, this, &frmMain::onVerwerfen);
+    connect(mpBelegLoeschen_, &QAction::triggered, this, &frmMain::onVerwerfen);
+    connect(buttonBeenden_, &QPushButton::clicked, this, &frmMain::actionBeenden);
+    connect(mpEnde_, &QAction::triggered, this, &frmMain::actionBeenden);
+
+    // Scanning is not part of this workstation yet: say so instead of pretending.
+    const QString noScan = utf8("Scannen ist an diesem Arbeitsplatz noch nicht verfügbar. Belege kommen über den "
+                                "Import der Auswertungsdatei (veridon-cli).");
+    for (QAction* a : {mpScannen_, mpScannerSelect_, mpScannerSettings_})
+        connect(a, &QAction::triggered, this, [this, noScan] { notAvailable(noScan); });
+    connect(buttonScannen_, &QPushButton::clicked, this, [this, noScan] { notAvailable(noScan); });
+
+    connect(mpStatusBar_, &QAction::triggered, this, &frmMain::toggleStatusBar);
+    connect(mpToolbar_, &QAction::triggered, this, &frmMain::toggleToolBar);
+    connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);
+    connect(mpVollbild_, &QAction::triggered, this, &frmMain::toggleFullScreen);
+    connect(mpBelegZumTest_, &QAction::triggered, this, &frmMain::actionBelegZumTest);
+}
+
+void frmMain::loadForm() {
+    focusFieldName_ = GetSysText(QStringLiteral("GUI_FocusField"), QStringLiteral("BARCODE"));
+    mpBelegZumTest_->setVisible(IsBackupEnabled());
+    buildFieldTable();
+    setFieldLengths();
+    applyStoredToggle(mpToggleBildanzeige_, "GUI_BildanzeigeEnabled");
+    applyStoredToggle(mpStatusBar_, "GUI_StatusBarEnabled");
+    applyStoredToggle(mpToolbar_, "GUI_ToolBarEnabled");
+    applyStoredToggle(mpVollbild_, "GUI_VollbildEnabled");
+    takeAndShowNext();
+}
+
+// Sets the item's check mark from the stored setting and runs its handler, so the screen matches
+// what was stored when the program last ran.
+void frmMain::applyStoredToggle(QAction* item, const char* setting) {
+    const bool on = GetSysFlag(QLatin1String(setting), false);
+    item->setChecked(on);
+    if (item == mpToggleBildanzeige_)
+        toggleImageDisplay(on);
+    else if (item == mpStatusBar_)
+        toggleStatusBar(on);
+    else if (item == mpToolbar_)
+        toggleToolBar(on);
+    else if (item == mpVollbild_)
+        toggleFullScreen(on);
+}
+
+void frmMain::toggleStatusBar(bool on) {
+    mpStatusBar_->setChecked(on);
+    statusBar()->setVisible(on);
+    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { SetSysValue(QStringLiteral("GUI_StatusBarEnabled"), on); });
+}
+
+void frmMain::toggleToolBar(bool on) {
+    mpToolbar_->setChecked(on);
+    toolbar_->setVisible(on);
+    RunReported(QStringLiteral("mpToolbar_Click"), [on] { SetSysValue(QStringLiteral("GUI_ToolBarEnabled"), on); });
+}
+
+void frmMain::toggleImageDisplay(bool on) {
+    mpToggleBildanzeige_->setChecked(on);
+    RunReported(QStringLiteral("mpToggleBildanzeige_Click"),
+                [on] { SetSysValue(QStringLiteral("GUI_BildanzeigeEnabled"), on); });
+}
+
+void frmMain::toggleFullScreen(bool on) {
+    mpVollbild_->setChecked(on);
+    RunReported(QStringLiteral("mpVollbild_Click"), [on] { SetSysValue(QStringLiteral("GUI_VollbildEnabled"), on); });
+}

@@ -1,0 +1,147 @@
+// frmMain: the record on screen and what the operator does with it - take and show the next record,
+// hand it over (OK), discard it (Verwerfen), and leave the program. The database side of each action
+// is the workflow module; this file moves values between the controls and the record in hand.
+
+#include "FieldPalette.h"
+#include "frmMain.h"
+
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
+#include "model/FormModel.h"
+#include "model/mdlWorkflow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+void frmMain::takeAndShowNext() {
+    current_ = TakeNextRecord();
+    if (current_ >= 0)
+        showRecord();
+    else
+        showEmpty();
+}
+
+void frmMain::valuesToControls() {
+    ZVBWerteArray& values = WerteArray();
+    for (QLineEdit* edit : fields())
+        edit->setText(values.GetValue(edit->objectName()));
+    lfdNr_->setText(values.GetValue(QStringLiteral("LfdNr")));
+    bmpName_->setText(values.GetValue(QStringLiteral("BMPName")));
+    korrigiert_->setText(values.GetValue(QStringLiteral("Korrigiert")));
+}
+
+// Writes the controls into the values ("all" fields): the ten fields and the corrected mark.
+void frmMain::controlsToValues() {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    ZVBWerteArray& values = WerteArray();
+    for (QLineEdit* edit : fields())
+        values.SetValue(edit->objectName(), edit->text());
+    values.SetValue(QStringLiteral("Korrigiert"), korrigiert_->text());
+}
+
+void frmMain::updateCaption() {
+    const QString detail =
+        current_ < 0 ? QString() : QStringLiteral("- Beleg %1 (%2)").arg(current_).arg(bmpName_->text());
+    setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {detail}));
+}
+
+void frmMain::showRecord() {
+    datensatz_->setEnabled(true);
+    valuesToControls();
+    checkAll();
+    refreshAfterCheck();
+    updateCaption();
+    enteredField_ = nullptr;
+    // The stored focus field; a name the form does not have leaves the first field.
+    QLineEdit* target = field(focusFieldName_);
+    if (target && target->isEnabled())
+        focusField(target);
+    else
+        focusFirstField();
+    showFieldImage();
+}
+
+void frmMain::showEmpty() {
+    for (QLineEdit* edit : fields()) {
+        edit->clear();
+        resetFieldBackground(edit);
+    }
+    lfdNr_->clear();
+    bmpName_->clear();
+    korrigiert_->clear();
+    enteredField_ = nullptr;
+    enteredText_.clear();
+    if (datensatz_->isAncestorOf(QApplication::focusWidget()))
+        buttonBeenden_->setFocus(Qt::OtherFocusReason);
+    // Nothing to type into without a record; the actions beep.
+    datensatz_->setEnabled(false);
+    updateCaption();
+    closeImage();
+}
+
+// The display after a check: the corrected mark from the values and the fields' colours.
+void frmMain::refreshAfterCheck() {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    korrigiert_->setText(WerteArray().GetValue(QStringLiteral("Korrigiert")));
+    colourFields(QStringLiteral("all"));
+}
+
+void frmMain::onOK() {
+    if (actionOK())
+        takeAndShowNext();
+}
+
+void frmMain::onVerwerfen() {
+    actionVerwerfen(false);
+}
+
+bool frmMain::actionVerwerfen(bool silent) {
+    if (current_ < 0) {
+        QApplication::beep();
+        return false;
+    }
+    controlsToValues();
+    if (!DiscardRecord(current_, silent))
+        return false;
+    current_ = -1;
+    takeAndShowNext();
+    return true;
+}
+
+void frmMain::actionBeenden() {
+    close();
+}
+
+// Leaving: the open field is validated, an open record needs a Yes and is then discarded (the
+// announced loss), the workstation's records go back to the pool, and the image folder is emptied.
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (closing_) {
+        event->accept();
+        return;
+    }
+    buttonBeenden_->setFocus(Qt::OtherFocusReason);
+    if (!ConfirmLeave(current_)) {
+        event->ignore();
+        return;
+    }
+    closing_ = true;
+    if (current_ >= 0) {
+        controlsToValues();
+        DiscardRecord(current_, true);
+        current_ = -1;
+    }
+    ReleaseOwnRecords();
+    closeImage();
+    // Other windows of the program close with the main window, the last opened first.
+    const QWidgetList others = QApplication::topLevelWidgets();
+    for (qsizetype i = others.size() - 1; i >= 0; --i)
+        if (others[i] != this && others[i]->isVisible())
+            others[i]->close();
+    DeleteFolderImages();
+    event->accept();
+}
