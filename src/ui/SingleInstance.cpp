@@ -53,6 +53,10 @@ bool SingleInstance::listen() {
     return true;
 }
 
+void SingleInstance::setWindow(QWidget* window) {
+    window_ = window;
+}
+
 void SingleInstance::bringToFront() {
     if (!window_)
         return;

@@ -30,7 +30,7 @@ public:
     bool listen();
 
     // The window that comes to the front when a later start asks.
-    void setWindow(QWidget* window) { window_ = window; }
+    void setWindow(QWidget* window);
 
 signals:
     // A later start asked this copy to come to the front.
