@@ -100,6 +100,7 @@ frmOptionen::frmOptionen(QWidget* parent, const QStringList& arguments)
     connect(cancel, &QPushButton::clicked, this, &frmOptionen::reject);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(locked, 1);
+    buttons->addStretch(); // keeps the buttons at the right when the hint is hidden
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
 

@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -284,9 +285,10 @@ QWidget* frmOptionen::buildPfade() {
         auto* edit = named(new QLineEdit(page), QStringLiteral("txtPfad"), i);
         edit->setMinimumWidth(320);
         caption->setBuddy(edit);
-        auto* pick = named(new QPushButton(QStringLiteral("..."), page), QStringLiteral("cmdPfad"), i);
+        auto* pick = named(new QToolButton(page), QStringLiteral("cmdPfad"), i);
+        pick->setText(QStringLiteral("..."));
         pick->setToolTip(s.file ? QStringLiteral("Datei auswählen") : QStringLiteral("Ordner auswählen"));
-        connect(pick, &QPushButton::clicked, this, [this, i] { pickPath(i); });
+        connect(pick, &QToolButton::clicked, this, [this, i] { pickPath(i); });
         bindText(QLatin1String(s.column), Pfade, edit);
         paths_ << edit;
         pathIsFile_ << s.file;
@@ -296,6 +298,7 @@ QWidget* frmOptionen::buildPfade() {
         grid->addWidget(pick, i, 2);
         ++i;
     }
+    grid->setColumnStretch(1, 1);
     grid->setRowStretch(i, 1);
     return page;
 }

@@ -222,7 +222,7 @@ TEST_F(Optionen, a_folder_picked_in_the_folder_dialog_goes_into_its_box) {
         picker->selectFile(target);
         QMetaObject::invokeMethod(picker, "accept"); // as the "Choose" button does
     });
-    control<QPushButton>(&dialog, "cmdPfad", 1)->click();
+    control<QAbstractButton>(&dialog, "cmdPfad", 1)->click();
     EXPECT_EQ(control<QLineEdit>(&dialog, "txtPfad", 1)->text(), target);
     pressOK(dialog);
     EXPECT_EQ(GetSysText(QStringLiteral("APP_Bildpfad")), target);
