@@ -98,12 +98,4 @@ TEST_F(Optionen, an_empty_settings_table_gets_its_row) {
     EXPECT_EQ(GetSysText(QStringLiteral("Scan_Pfad")), QStringLiteral("/srv/scan"));
 }
 
-TEST_F(Optionen, the_settings_row_reads_every_column) {
-    const QVariantMap row = ReadSettingsRow();
-    EXPECT_EQ(row.value(QStringLiteral("APP_Language")).toString(), QStringLiteral("DE"));
-    EXPECT_EQ(row.value(QStringLiteral("Color_Fehler")).toString(), QStringLiteral("&HA0A0FF"));
-    EXPECT_TRUE(row.contains(QStringLiteral("Report_PrinterName")));
-    EXPECT_TRUE(row.value(QStringLiteral("Report_PrinterName")).isNull());
-}
-
 } // namespace

@@ -101,13 +101,4 @@ TEST_F(TestCopy, the_image_folder_itself_as_test_folder_keeps_the_image) {
     EXPECT_EQ(home.readFile(QStringLiteral("images/26319010001.txt")), QByteArray("n\r\n"));
 }
 
-TEST_F(TestCopy, source_of_a_bare_name_is_the_image_folder) {
-    const TestCopySource bare = testCopySource(QStringLiteral("a.tif"));
-    EXPECT_EQ(bare.folder, home.path(QStringLiteral("images/")));
-    EXPECT_EQ(bare.fileName, QStringLiteral("a.tif"));
-    const TestCopySource path = testCopySource(QStringLiteral("/srv/scan/b.tif"));
-    EXPECT_EQ(path.folder, QStringLiteral("/srv/scan/"));
-    EXPECT_EQ(path.fileName, QStringLiteral("b.tif"));
-}
-
 } // namespace

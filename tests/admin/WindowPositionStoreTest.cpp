@@ -31,13 +31,6 @@ TEST_F(WindowPositionStore, writing_adds_one_row_and_then_updates_it) {
     EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmFehler")), (WindowPosition{600, 500, 400, 200}));
 }
 
-TEST_F(WindowPositionStore, an_edge_dragged_off_the_screen_is_stored_at_zero) {
-    WriteWindowPosition(QStringLiteral("frmTestNotiz"), {-35, 200, 460, 260});
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmTestNotiz")), (WindowPosition{0, 200, 460, 260}));
-    WriteWindowPosition(QStringLiteral("frmTestNotiz"), {300, -12, 460, 260});
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmTestNotiz")), (WindowPosition{300, 0, 460, 260}));
-}
-
 TEST_F(WindowPositionStore, names_with_an_apostrophe_are_stored_too) {
     WriteWindowPosition(QStringLiteral("frm'Spezial"), {5, 6, 7, 8});
     EXPECT_EQ(ReadWindowPosition(QStringLiteral("frm'Spezial")), (WindowPosition{5, 6, 7, 8}));

@@ -7,7 +7,6 @@
 #include "ui/frmTestNotiz.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -90,14 +89,6 @@ TEST_F(SmallWindows, the_test_copy_dialog_closes_after_a_missing_image_and_cance
     EXPECT_EQ(cancelled.result(), QDialog::Rejected);
     EXPECT_FALSE(QFileInfo::exists(home.path(QStringLiteral("test/26319010005.tif"))));
     EXPECT_EQ(messages.messages().size(), 1);
-}
-
-TEST_F(SmallWindows, the_test_copy_dialog_speaks_english_when_asked) {
-    useLanguage(QStringLiteral("EN"));
-    frmTestNotiz dialog;
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("File form for testing"));
-    EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("lblNotiz"))->text(), QStringLiteral("&Note:"));
-    EXPECT_EQ(dialog.findChild<QPushButton*>(QStringLiteral("cmdAbbrechen"))->text(), QStringLiteral("Cancel"));
 }
 
 TEST_F(SmallWindows, the_about_window_names_version_home_and_database) {
