@@ -76,8 +76,12 @@ QVector<OcrRule> OcrRules::forColumn(const QString& column) const {
 }
 
 QString applyOcrRules(const QVector<OcrRule>& rules, QString value) {
+    if (value.isEmpty())
+        return value;
+    // Most rules find nothing in most values: looking first is much cheaper than a replace, which
+    // builds a matcher each time.
     for (const OcrRule& rule : rules)
-        if (!rule.search.isEmpty())
+        if (!rule.search.isEmpty() && value.contains(rule.search, Qt::CaseSensitive))
             value.replace(rule.search, rule.replacement, Qt::CaseSensitive);
     return value;
 }
