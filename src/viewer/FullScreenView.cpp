@@ -14,7 +14,9 @@ FullScreenView::FullScreenView(std::shared_ptr<const PageImage> page, int quarte
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), page_(std::move(page)), turns_(quarterTurns),
       inverted_(inverted), region_(region), label_(label) {
     setObjectName(QStringLiteral("zvbkorFullScreen"));
-    setWindowTitle(QStringLiteral("ZV-Beleg Image Viewer"));
+    // A caption of its own: the main window finds the viewer window by its exact caption.
+    setWindowTitle(QStringLiteral("ZV-Beleg Image Viewer – Vollbild"));
+    setWindowModality(Qt::ApplicationModal);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
 }

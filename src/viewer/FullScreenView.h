@@ -1,6 +1,7 @@
 // The whole page on the whole screen, with the field's mark, until the user ends it with Escape or
 // a mouse click. Unlike the viewer window it takes the keyboard while it is up (that is how Escape
-// reaches it) and hands activation back to the window that had it.
+// reaches it), blocks input to the caller's windows, and hands activation back to the window that
+// had it.
 #pragma once
 
 #include "PageImage.h"

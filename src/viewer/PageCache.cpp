@@ -24,7 +24,6 @@ std::shared_ptr<const PageImage> PageCache::page(const QString& path, QString* e
     QImageReader reader(key);
     reader.setAutoTransform(false);
     const QImage decoded = reader.read();
-    ++decodes_;
     if (decoded.isNull()) {
         *error = QStringLiteral("Die Bilddatei '%1' kann nicht gelesen werden: %2").arg(key, reader.errorString());
         return nullptr;

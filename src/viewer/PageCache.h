@@ -19,8 +19,6 @@ public:
     std::shared_ptr<const PageImage> page(const QString& path, QString* error);
     // Forgets every decoded page.
     void clear() { entries_.clear(); }
-    // Number of decodes so far (for the benchmark's and the tests' view of reuse).
-    int decodeCount() const { return decodes_; }
 
     static constexpr int capacity = 2;
 
@@ -32,5 +30,4 @@ private:
         std::shared_ptr<const PageImage> page;
     };
     QList<Entry> entries_; // most recently used first
-    int decodes_ = 0;
 };

@@ -46,10 +46,14 @@ Session& session() {
 bool usable() {
     auto* app = qobject_cast<QApplication*>(QCoreApplication::instance());
     if (!app) {
-        qCWarning(viewerLog, "no QApplication: the viewer needs the caller's Qt Widgets application");
+        qCWarning(viewerLog, "Keine QApplication: die Bildanzeige läuft nur in einem Qt-Widgets-Programm.");
         return false;
     }
-    return QThread::currentThread() == app->thread();
+    if (QThread::currentThread() != app->thread()) {
+        qCWarning(viewerLog, "Die Bildanzeige wurde nicht aus dem Thread der Oberfläche aufgerufen.");
+        return false;
+    }
+    return true;
 }
 
 ViewerWindow* existingWindow() {
@@ -90,7 +94,7 @@ template <typename Action> int32_t guarded(const char* operation, Action action)
     } catch (const std::exception& e) {
         qCWarning(viewerLog, "%s: %s", operation, e.what());
     } catch (...) {
-        qCWarning(viewerLog, "%s: unknown failure", operation);
+        qCWarning(viewerLog, "%s: unbekannter Fehler", operation);
     }
     return 0;
 }

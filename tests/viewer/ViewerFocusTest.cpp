@@ -60,6 +60,8 @@ TEST_F(ViewerFocus, form_keeps_the_keyboard) {
     EXPECT_TRUE(formHasKeyboard());
 
     type(form, QStringLiteral("Hu"));
+    // raised the way the main window raises it: found by caption, brought up without activation
+    viewerWindow()->raise();
     ASSERT_EQ(show(path, otherBlock, "CARD_ID"), 1);
     ASSERT_EQ(AnzeigeTaste(8), 1);
     ASSERT_EQ(AnzeigeZoom(1), 1);
@@ -71,14 +73,21 @@ TEST_F(ViewerFocus, form_keeps_the_keyboard) {
     EXPECT_EQ(nachname->text(), QStringLiteral("Huber"));
 }
 
+// While full screen is up the form takes no input; afterwards it has the keyboard again.
 TEST_F(ViewerFocus, form_is_active_again_after_full_screen) {
     ASSERT_EQ(show(path, surnameBlock, "NACHNAME"), 1);
-    QTimer::singleShot(50, [] {
-        if (QWidget* view = fullScreenView())
-            QTest::keyClick(view, Qt::Key_Escape);
+    bool modal = false;
+    QTimer::singleShot(50, [&] {
+        QWidget* view = fullScreenView();
+        if (!view)
+            return;
+        modal = QApplication::activeModalWidget() == view;
+        type(form, QStringLiteral("xx")); // typed at the form: blocked while full screen is up
+        QTest::keyClick(view, Qt::Key_Escape);
     });
     QTimer::singleShot(5000, [] { Schliessen(); });
     ASSERT_EQ(AnzeigeVoll(), 1);
+    EXPECT_TRUE(modal);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
     type(form, QStringLiteral("Maria"));
     EXPECT_EQ(nachname->text(), QStringLiteral("Maria"));

@@ -67,7 +67,7 @@ const char* kindName(PageKind kind) {
 
 QWidget* viewerWindow() {
     for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->windowTitle() == viewerCaption && w->objectName() != QLatin1String("zvbkorFullScreen"))
+        if (w->windowTitle() == viewerCaption)
             return w;
     return nullptr;
 }
@@ -75,7 +75,7 @@ QWidget* viewerWindow() {
 int viewerWindowCount() {
     int count = 0;
     for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->windowTitle() == viewerCaption && w->objectName() != QLatin1String("zvbkorFullScreen"))
+        if (w->windowTitle() == viewerCaption)
             ++count;
     return count;
 }

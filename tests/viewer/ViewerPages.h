@@ -41,9 +41,9 @@ QString writeTiff(const QTemporaryDir& dir, const QString& name, const QList<QIm
 
 const char* kindName(PageKind kind);
 
-// The viewer's window (caption "ZV-Beleg Image Viewer", not the full-screen view), or nullptr.
+// The viewer's window, found as the main window finds it: by its caption "ZV-Beleg Image Viewer".
 QWidget* viewerWindow();
-// How many top-level windows carry the viewer's caption (the full-screen view excluded).
+// How many top-level windows carry the viewer's caption.
 int viewerWindowCount();
 // The viewer's full-screen view while it is up, or nullptr.
 QWidget* fullScreenView();
