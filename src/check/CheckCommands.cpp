@@ -4,6 +4,7 @@
 
 #include "app/mdlMessages.h"
 
+#include <atomic>
 #include <unordered_map>
 
 namespace {
@@ -169,7 +170,7 @@ CheckCommand parseCommand(const QString& text) {
     return command;
 }
 
-quint64 parseCount = 0;
+std::atomic<quint64> parseCount = 0;
 
 struct CachedList {
     QString pruefungen;
@@ -196,7 +197,7 @@ CheckCommandList parseCheckCommands(const QString& pruefungen) {
 
 const CheckCommandList& cachedCheckCommands(const QString& fieldName, const QString& pruefungen) {
     // Node-based, so a reference handed out stays valid while other fields are added.
-    static std::unordered_map<QString, CachedList> cache;
+    thread_local std::unordered_map<QString, CachedList> cache;
     auto it = cache.find(fieldName);
     if (it != cache.end() && it->second.pruefungen == pruefungen)
         return it->second.commands;

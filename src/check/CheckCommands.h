@@ -53,9 +53,9 @@ using CheckCommandList = QVector<CheckCommand>;
 // fails: unusable parameters are described in the command's problem.
 CheckCommandList parseCheckCommands(const QString& pruefungen);
 
-// The parsed list of fieldName's commands. Parsed on first use and again only when the field's
-// command text differs from the one parsed (a field array filled from other definitions). A
-// command with unusable parameters is logged once, when parsed.
+// The parsed list of fieldName's commands, kept for the calling thread. Parsed on first use and
+// again only when the field's command text differs from the one parsed (a field array filled from
+// other definitions). A command with unusable parameters is logged once, when parsed.
 const CheckCommandList& cachedCheckCommands(const QString& fieldName, const QString& pruefungen);
 
 // How many command lists have been parsed in this program run.

@@ -21,8 +21,8 @@ struct LookupState {
 };
 
 LookupState& stateOf(const CheckCommand& command) {
-    static std::unordered_map<QString, LookupState> states;
-    static quint64 generation = 0;
+    thread_local std::unordered_map<QString, LookupState> states;
+    thread_local quint64 generation = 0;
     if (generation != connectionGeneration()) { // another database: learn the names again
         states.clear();
         generation = connectionGeneration();

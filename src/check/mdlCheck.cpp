@@ -38,7 +38,7 @@ QChar firstCharacter(const QString& code) {
 // row is used only while it still holds a field of that name (the array may have been filled
 // again).
 const FieldDefinition* definitionOf(const QString& fieldName) {
-    static QHash<QString, qsizetype> rowByName;
+    thread_local QHash<QString, qsizetype> rowByName;
     const QVector<FieldDefinition>& rows = FelderArray().definitions();
     const auto known = rowByName.constFind(fieldName);
     if (known != rowByName.constEnd() && *known < rows.size()) {

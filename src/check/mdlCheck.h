@@ -12,6 +12,10 @@
 // colour), so every position between belongs to a field that reads as unchecked.
 //
 // Error texts: each message is appended to the caller's text as CR LF followed by the message.
+//
+// Each field's command list is parsed once and kept (CheckCommands.h); Lookup statements are
+// prepared once per database connection. These caches belong to the calling thread, like its
+// database connection.
 #pragma once
 
 #include <QString>
