@@ -190,6 +190,9 @@ QDate dateOfNormalised(const QString& normalised) {
 }
 
 QString NormiereDatum(const QString& value, bool flag) {
+    // Most stored dates are in form already; they need no taking apart.
+    if (dateOfNormalised(value).isValid())
+        return value;
     const QString text = value.trimmed();
     QString day, month, year;
     if (isDigits(text)) {
