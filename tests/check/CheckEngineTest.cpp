@@ -258,6 +258,20 @@ TEST_F(CheckEngine, a_field_with_code_4_is_skipped_when_all_are_checked) {
     EXPECT_EQ(code("NACHNAME"), "3");
 }
 
+TEST_F(CheckEngine, status_codes_sit_at_the_field_numbers) {
+    QString status;
+    setStatusCode(status, "NACHNAME", "4");
+    EXPECT_EQ(status, "1114") << "a short string is padded with the unchecked code";
+    setStatusCode(status, "FORM_ID", "0");
+    setStatusCode(status, "BMPName", "3");
+    EXPECT_EQ(status, "0114") << "a field numbered 0 has no place";
+    EXPECT_EQ(statusCodeOf(status, "nachname"), "4");
+    EXPECT_EQ(statusCodeOf(status, "CARD_EXPIRY"), "") << "beyond the string";
+    EXPECT_EQ(statusCodeOf(status, "BMPName"), "");
+    EXPECT_EQ(statusCodeOf(status, "Unbekannt"), "");
+    EXPECT_TRUE(messages.saw("Unbekannt")) << "an unknown field is reported by the field definitions";
+}
+
 TEST_F(CheckEngine, results_merge_error_over_warning) {
     qint16 total = 0;
     EXPECT_EQ(KombiniereErg(total, 3), 3);
