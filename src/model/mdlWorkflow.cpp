@@ -6,6 +6,7 @@
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "check/mdlCheck.h"
 
 #include <QDir>
 #include <QFile>
@@ -176,6 +177,27 @@ bool DiscardRecord(qint32 n, bool silent) {
                      (bmpName.isEmpty() ? QStringLiteral("(ohne Bild)") : bmpName) + QStringLiteral(" gelöscht!"));
     });
     return deleted;
+}
+
+bool HandOverDecision(qint16 level, QString& errorText, const std::function<void(const QString&)>& showErrorList) {
+    if (level == 0)
+        return true;
+    if (level == 3) {
+        if (showErrorList)
+            showErrorList(errorText);
+        if (ShowMessage(Msg::AskWarnings, MsgBox::YesNo + MsgBox::Question) == MsgBox::Yes) {
+            WerteArray().SetValue(QStringLiteral("Korrigiert"), QStringLiteral("1"));
+            errorText.clear();
+            return true;
+        }
+    }
+    WerteArray().SetValue(QStringLiteral("Korrigiert"), QStringLiteral("0"));
+    return false;
+}
+
+bool DecideHandOver(QString& errorText, const std::function<void(const QString&)>& showErrorList) {
+    const qint16 level = Check(QStringLiteral("all"), errorText);
+    return HandOverDecision(level, errorText, showErrorList);
 }
 
 bool ConfirmLeave(qint32 n) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 // Workflow states of a record.
 namespace WorkflowStatus {
@@ -60,6 +61,17 @@ bool SaveWithStatus(qint32 number, qint16 status);
 // as "Msg_ImageDeleteErr" and the record is still deleted. The values are saved and emptied, the
 // row deleted and "Beleg #n - <image> gelöscht!" logged. Returns true when the record was deleted.
 bool DiscardRecord(qint32 number, bool silent);
+
+// The hand-over decision of actionOK for the values in hand: runs the check engine over all fields
+// (errorText receives its messages) and decides by its result with HandOverDecision. True when the
+// record may be handed over.
+bool DecideHandOver(QString& errorText, const std::function<void(const QString&)>& showErrorList);
+
+// The decision on a check result level: 0 hands over. 3 (warnings only) calls showErrorList with
+// errorText, then asks "Msg_AskWarnings"; Yes marks the values corrected (Korrigiert "1"), empties
+// errorText and hands over, any other answer does not. Every other level is an error. A record
+// that is not handed over gets Korrigiert "0". Returns true when the record may be handed over.
+bool HandOverDecision(qint16 level, QString& errorText, const std::function<void(const QString&)>& showErrorList);
 
 // Asked when leaving with a record on screen: "Msg_AskAppExit"; true on Yes, or when no record is
 // on screen (number < 0).

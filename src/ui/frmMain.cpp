@@ -141,6 +141,8 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
 
 frmMain::~frmMain() {
     qApp->removeEventFilter(this);
+    // The viewer belongs to the workspace and goes with it.
+    closeImage();
     delete progress_;
 }
 
@@ -309,6 +311,7 @@ void frmMain::connectActions() {
     connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);
     connect(mpVollbild_, &QAction::triggered, this, &frmMain::toggleFullScreen);
     connect(mpBelegZumTest_, &QAction::triggered, this, &frmMain::actionBelegZumTest);
+    connectImageActions();
 }
 
 void frmMain::loadForm() {
@@ -352,11 +355,27 @@ void frmMain::toggleToolBar(bool on) {
 
 void frmMain::toggleImageDisplay(bool on) {
     mpToggleBildanzeige_->setChecked(on);
+    for (QAction* a : {mpZoomIn_, mpZoomOut_, mpLeft_, mpRight_, mpUp_, mpDown_})
+        a->setEnabled(on);
     RunReported(QStringLiteral("mpToggleBildanzeige_Click"),
                 [on] { SetSysValue(QStringLiteral("GUI_BildanzeigeEnabled"), on); });
+    if (on)
+        showFieldImage();
+    else
+        closeImage();
 }
 
+// Full screen is on while the page is shown full screen: the viewer returns when the operator ends
+// it, and the item (and the tool bar's "full" button) goes back to off, stored as such.
 void frmMain::toggleFullScreen(bool on) {
-    mpVollbild_->setChecked(on);
-    RunReported(QStringLiteral("mpVollbild_Click"), [on] { SetSysValue(QStringLiteral("GUI_VollbildEnabled"), on); });
+    auto store = [this](bool state) {
+        mpVollbild_->setChecked(state);
+        RunReported(QStringLiteral("mpVollbild_Click"),
+                    [state] { SetSysValue(QStringLiteral("GUI_VollbildEnabled"), state); });
+    };
+    store(on);
+    if (!on)
+        return;
+    fullScreenImage();
+    store(false);
 }

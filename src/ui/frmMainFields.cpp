@@ -10,6 +10,7 @@
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "check/mdlCheck.h"
 #include "model/FormModel.h"
 
 #include <QApplication>
@@ -84,9 +85,7 @@ void frmMain::colourFields(const QString& which) {
     for (QLineEdit* edit : fields()) {
         if (all ? !edit->isEnabled() : edit->objectName().compare(which, Qt::CaseInsensitive) != 0)
             continue;
-        const qint16 position = FelderArray().GetSatznummer(edit->objectName());
-        const QString code = position > 0 && position <= status.size() ? status.mid(position - 1, 1) : QString();
-        setFieldBackground(edit, colourForStatus(code, programColours()));
+        setFieldBackground(edit, colourForStatus(statusCodeOf(status, edit->objectName()), programColours()));
     }
 }
 

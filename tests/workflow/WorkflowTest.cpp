@@ -249,3 +249,60 @@ TEST_F(Discard, leaving_asks_only_with_a_record_and_clears_the_image_folder) {
 }
 
 } // namespace
+
+namespace {
+
+class HandOver : public Workflow {
+protected:
+    HandOver() { FelderArray().Fill(); }
+    ~HandOver() override { FelderArray().EmptyArray(); }
+};
+
+TEST_F(HandOver, a_clean_record_may_go_without_a_question) {
+    insertDemoRecords(1);
+    TakeNextRecord();
+    QString errorText;
+    int listShown = 0;
+    EXPECT_TRUE(DecideHandOver(errorText, [&](const QString&) { ++listShown; }));
+    EXPECT_EQ(errorText, "");
+    EXPECT_EQ(listShown, 0);
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(HandOver, errors_block_and_mark_the_record_uncorrected) {
+    FormValues form = demoForms().first();
+    form["NACHNAME"] = "Hu?er";
+    form["CARD_ID"] = "8004A";
+    insertRecord(form);
+    TakeNextRecord();
+    QString errorText;
+    EXPECT_FALSE(DecideHandOver(errorText, nullptr));
+    EXPECT_TRUE(errorText.contains("befindet sich noch ein ?")) << errorText.toStdString();
+    EXPECT_TRUE(errorText.contains("muss eine Zahl enthalten")) << errorText.toStdString();
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0");
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+// No check command of the master data warns today, so the warning level is handed in directly.
+TEST_F(HandOver, warnings_show_the_list_and_go_on_only_with_yes) {
+    insertDemoRecords(1);
+    TakeNextRecord();
+    QString errorText = "\r\nGeburtsdatum liegt lange zurück";
+    QString listed;
+    messages.queueAnswer(MsgBox::No);
+    EXPECT_FALSE(HandOverDecision(3, errorText, [&](const QString& text) { listed = text; }));
+    EXPECT_EQ(listed, errorText);
+    EXPECT_TRUE(messages.saw("Es gibt noch Warnungen zu diesem Beleg!"));
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0");
+
+    messages.queueAnswer(MsgBox::Yes);
+    EXPECT_TRUE(HandOverDecision(3, errorText, nullptr));
+    EXPECT_EQ(errorText, "");
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
+
+    EXPECT_FALSE(HandOverDecision(2, errorText, nullptr));
+    EXPECT_EQ(messages.messages().size(), 2);
+}
+
+} // namespace
