@@ -75,11 +75,12 @@ int ReleaseOwnRecords() {
 qint32 ClaimNextRecord(qint16 korrId) {
     releaseRecordsOf(korrId);
     // The candidates are read first and the reading statement ends before the first write, so the
-    // claim never upgrades a read snapshot that another workstation has outdated.
+    // claim never upgrades a read snapshot that another workstation has outdated. They come in table
+    // order; the index on the workflow columns would otherwise decide the order.
     QVector<qint32> candidates;
     {
         QSqlQuery q = execSql(QStringLiteral("SELECT LfdNr FROM ") + GetValuesTable() +
-                              QStringLiteral(" WHERE Workflow_Status=10"));
+                              QStringLiteral(" WHERE Workflow_Status=10 ORDER BY LfdNr"));
         while (q.next())
             candidates << q.value(0).toInt();
     }

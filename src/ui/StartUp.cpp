@@ -41,6 +41,14 @@ void scheduleScreenshots(QWidget* window, const QString& windowFile, const QStri
 int RunVeridon(QApplication& app, const QStringList& arguments) {
     resolveHome(optionValue(arguments, QStringLiteral("--home")));
 
+    // Files named on the command line are meant from where the program was started.
+    auto startedFrom = [&arguments](const QString& option) {
+        const QString value = optionValue(arguments, option);
+        return value.isEmpty() ? value : QFileInfo(value).absoluteFilePath();
+    };
+    const QString screenshot = startedFrom(QStringLiteral("--screenshot"));
+    const QString screenshotScreen = startedFrom(QStringLiteral("--screenshot-screen"));
+
     SingleInstance instance(homeDir());
     if (instance.activateRunning())
         return 0;
@@ -72,9 +80,8 @@ int RunVeridon(QApplication& app, const QStringList& arguments) {
         main = std::make_unique<frmMain>();
         instance.setWindow(main.get());
         main->show();
-        const QString screenshot = optionValue(arguments, QStringLiteral("--screenshot"));
         if (!screenshot.isEmpty())
-            scheduleScreenshots(main.get(), screenshot, optionValue(arguments, QStringLiteral("--screenshot-screen")));
+            scheduleScreenshots(main.get(), screenshot, screenshotScreen);
     });
     if (stop || !main)
         return 1;

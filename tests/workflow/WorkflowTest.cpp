@@ -53,6 +53,17 @@ TEST_F(Workflow, own_records_in_correction_are_released_before_every_take) {
     EXPECT_EQ(workflowOf(records[0]), "10/0");
 }
 
+TEST_F(Workflow, records_are_taken_in_table_order_whoever_held_them_before) {
+    const QVector<qint32> records = insertDemoRecords(4);
+    // Fresh from the import nobody has ever held the records: no holder at all.
+    execSql("UPDATE zvbWerte SET Workflow_KorrID=NULL");
+    EXPECT_EQ(TakeNextRecord(), records[0]);
+    // Given back (holder 0 now), it still comes first, before the never-held ones.
+    EXPECT_EQ(TakeNextRecord(), records[0]);
+    execSql("UPDATE zvbWerte SET Workflow_Status=40 WHERE LfdNr=?", {records[0]});
+    EXPECT_EQ(TakeNextRecord(), records[1]);
+}
+
 TEST_F(Workflow, another_workstations_records_are_never_taken_nor_released) {
     const QVector<qint32> records = insertDemoRecords(2);
     execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {records[0]});
