@@ -2,6 +2,7 @@
 
 #include "Database.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QSqlQuery>
 
@@ -33,10 +34,35 @@ DaoType daoTypeOf(const QString& declaredType) {
     return DaoType::Memo;
 }
 
+namespace {
+
+// Look-ups read a table's columns for every value they fetch; the schema changes only through
+// execSql, which clears this cache.
+struct ColumnCache {
+    quint64 generation = 0;
+    QHash<QString, QVector<ColumnInfo>> tables; // lower-cased table name -> columns
+};
+thread_local ColumnCache cache;
+
+} // namespace
+
+void forgetTableColumns() {
+    cache.tables.clear();
+}
+
 QVector<ColumnInfo> tableColumns(const QString& table) {
     static const QRegularExpression sizePattern(QStringLiteral("\\(\\s*(\\d+)\\s*\\)"));
+    QSqlDatabase db = database();
+    if (cache.generation != connectionGeneration()) {
+        cache.tables.clear();
+        cache.generation = connectionGeneration();
+    }
+    const QString key = table.toLower();
+    const auto hit = cache.tables.constFind(key);
+    if (hit != cache.tables.constEnd())
+        return hit.value();
     QVector<ColumnInfo> columns;
-    QSqlQuery q(database());
+    QSqlQuery q(db);
     // PRAGMA arguments cannot be bound; the name is quoted as a string literal instead.
     if (!q.exec(QStringLiteral("PRAGMA table_info(%1)").arg(sqlQuote(table))))
         return columns;
@@ -52,6 +78,7 @@ QVector<ColumnInfo> tableColumns(const QString& table) {
         }
         columns.push_back(c);
     }
+    cache.tables.insert(key, columns);
     return columns;
 }
 
