@@ -4,9 +4,11 @@
 #include "frmMain.h"
 
 #include "StatusBarProgress.h"
+#include "WindowPositions.h"
 #include "admin/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "lang/TranslateForm.h"
 
 #include <QAction>
 #include <QApplication>
@@ -311,6 +313,8 @@ void frmMain::connectActions() {
     connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);
     connect(mpVollbild_, &QAction::triggered, this, &frmMain::toggleFullScreen);
     connect(mpBelegZumTest_, &QAction::triggered, this, &frmMain::actionBelegZumTest);
+    connect(mpOptionen_, &QAction::triggered, this, &frmMain::showOptions);
+    connect(mpInfo_, &QAction::triggered, this, &frmMain::showAbout);
     connectImageActions();
 }
 
@@ -319,6 +323,8 @@ void frmMain::loadForm() {
     mpBelegZumTest_->setVisible(IsBackupEnabled());
     buildFieldTable();
     setFieldLengths();
+    TranslateForm(this);
+    RestoreWindowPosition(this);
     applyStoredToggle(mpToggleBildanzeige_, "GUI_BildanzeigeEnabled");
     applyStoredToggle(mpStatusBar_, "GUI_StatusBarEnabled");
     applyStoredToggle(mpToolbar_, "GUI_ToolBarEnabled");

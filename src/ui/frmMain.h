@@ -21,6 +21,7 @@ class QProgressBar;
 class QPushButton;
 class QToolBar;
 class StatusBarProgress;
+class frmFehler;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -87,6 +88,9 @@ private:
     void checkAll();
     void checkField(const QString& name);
     void actionBelegZumTest();
+    void showOptions();
+    void showAbout();
+    void focusFirstFaultyField();
     void onOK();
     void onVerwerfen();
 
@@ -141,6 +145,7 @@ private:
     QLabel* statusText_ = nullptr;
     QProgressBar* progressBar_ = nullptr;
     StatusBarProgress* progress_ = nullptr;
+    QPointer<frmFehler> errorList_;
 
     QAction* mpOKWeiter_ = nullptr;
     QAction* mpBelegLoeschen_ = nullptr;

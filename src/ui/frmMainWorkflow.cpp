@@ -3,6 +3,7 @@
 // is the workflow module; this file moves values between the controls and the record in hand.
 
 #include "FieldPalette.h"
+#include "WindowPositions.h"
 #include "frmMain.h"
 
 #include "app/mdlDB.h"
@@ -137,6 +138,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
     ReleaseOwnRecords();
     closeImage();
+    SaveWindowPosition(this);
     // Other windows of the program close with the main window, the last opened first.
     const QWidgetList others = QApplication::topLevelWidgets();
     for (qsizetype i = others.size() - 1; i >= 0; --i)

@@ -1,0 +1,67 @@
+// frmMain: the small windows it opens - the error list beside the form, the test copy of the form
+// on screen, the options and the about window.
+
+#include "FieldPalette.h"
+#include "frmAbout.h"
+#include "frmFehler.h"
+#include "frmMain.h"
+#include "frmOptionen.h"
+#include "frmTestNotiz.h"
+
+#include "app/mdlMessages.h"
+#include "lang/TranslateForm.h"
+
+#include <QApplication>
+#include <QLineEdit>
+
+// The error list belongs to the form and is shown without activating it: the operator reads it
+// while typing on in the field. Ctrl+F hands it the keyboard.
+void frmMain::showErrorList(const QString& errorText) {
+    if (!errorList_) {
+        errorList_ = new frmFehler(this);
+        errorList_->setAttribute(Qt::WA_ShowWithoutActivating);
+    }
+    errorList_->setErrorText(errorText);
+    errorList_->show();
+    errorList_->raise();
+}
+
+bool frmMain::handOverToErrorList() {
+    if (!errorList_ || !errorList_->isVisible())
+        return false;
+    errorList_->takeFocus();
+    return true;
+}
+
+void frmMain::actionBelegZumTest() {
+    if (current_ < 0) {
+        QApplication::beep();
+        return;
+    }
+    frmTestNotiz::showFor(this, bmpName_->text());
+}
+
+// The options may change the language and the hot keys; the form follows the new language at once.
+void frmMain::showOptions() {
+    frmOptionen options(this);
+    if (options.exec() != QDialog::Accepted)
+        return;
+    ReloadLanguage();
+    TranslateForm(this);
+    updateCaption();
+}
+
+void frmMain::showAbout() {
+    frmAbout about(this);
+    about.exec();
+}
+
+// The first field showing the error colour gets the focus; without one the focus stays where it is.
+void frmMain::focusFirstFaultyField() {
+    const QColor errorColour = colourOf(programColours().fehler);
+    for (QLineEdit* edit : fields())
+        if (edit->isEnabled() && fieldBackground(edit) == errorColour) {
+            focusField(edit);
+            return;
+        }
+}
