@@ -6,8 +6,24 @@
 #include <QPainter>
 #include <QPrinter>
 
+namespace {
+
+// A black-and-white template read as {white, black} is turned into {black, white}: only with that
+// colour table does the PDF writer keep it a small 1-bit image instead of full colour.
+void normaliseMonochrome(QImage& image) {
+    const QRgb black = qRgb(0, 0, 0);
+    const QRgb white = qRgb(255, 255, 255);
+    if (image.depth() != 1 || image.colorCount() != 2 || image.color(0) != white || image.color(1) != black)
+        return;
+    image.invertPixels();
+    image.setColorTable({black, white});
+}
+
+} // namespace
+
 bool paintReportPage(QPrinter& printer, const ReportPage& page, QString& error) {
-    const QImage image(page.bitmapPath);
+    QImage image(page.bitmapPath);
+    normaliseMonochrome(image);
     if (image.isNull() || image.width() == 0 || image.height() == 0) {
         error = QStringLiteral("Die Vorlagedatei '%1' kann nicht gelesen werden.").arg(page.bitmapPath);
         return false;
