@@ -1,9 +1,11 @@
 // The export pass. Database work runs in transactions of a few hundred records (a record's XML file
-// and its state change are cheap; a commit with a full sync is not), and the open transaction is
-// committed before a record is printed, because printing may wait for the operator's report choice
-// or for the printer and must not hold the database's write lock meanwhile.
+// and its state change are cheap; a commit with a full sync is not). Before each commit the files
+// written for those records are flushed to disk, so a committed removal never outlives its files.
+// The open transaction is also committed before a record is printed, because printing may wait for
+// the operator's report choice or for the printer and must not hold the database's write lock.
 #include "mdlExport.h"
 
+#include "ExportFiles.h"
 #include "ExportTemplate.h"
 #include "admin/mdlBackup.h"
 #include "app/ColumnInfo.h"
@@ -39,6 +41,7 @@ public:
     void commit() {
         if (!transaction_)
             return;
+        flushWrittenFiles();
         transaction_->commit();
         transaction_.reset();
     }
@@ -108,17 +111,6 @@ QString lineValue(const QSqlRecord& record, int index) {
     if (booleanColumns().contains(record.fieldName(index), Qt::CaseInsensitive))
         return ToFlag(v, false) ? QStringLiteral("Wahr") : QStringLiteral("Falsch");
     return v.toString();
-}
-
-// Copies source to target, replacing a file of that name. Throws when the copy fails.
-void copyReplacing(const QString& source, const QString& target) {
-    if (!QFileInfo::exists(source))
-        throw VeridonError(ErrorNumber::FileNotFound,
-                           QStringLiteral("Die Datei '%1' wurde nicht gefunden.").arg(source));
-    QFile::remove(target);
-    if (!QFile::copy(source, target))
-        throw VeridonError(ErrorNumber::PathNotFound,
-                           QStringLiteral("Die Datei '%1' kann nicht nach '%2' kopiert werden.").arg(source, target));
 }
 
 ExportValues valuesOf(const QSqlRecord& record) {
@@ -208,6 +200,8 @@ void ExportRecord(const QSqlRecord& record) {
     ExportCleanup(record);
     if (activePass)
         activePass->recordDone();
+    else
+        flushWrittenFiles();
 }
 
 bool ExportRecord_XML(const QSqlRecord& record) {
@@ -228,15 +222,13 @@ bool ExportRecord_XML(const QSqlRecord& record) {
         for (const QString& line : std::as_const(lines))
             text += line + crlf;
         text = RemoveEmptyLines(FillExportTemplate(text, valuesOf(record)));
-        if (!writeTextFile(fileName, text + crlf))
-            throw VeridonError(ErrorNumber::PathNotFound,
-                               QStringLiteral("Die Datei '%1' kann nicht geschrieben werden.").arg(fileName));
+        writeExportFile(fileName, encodeText(text + crlf));
 
         if (IsBackupEnabled()) {
             // Without a usable backup folder the copy lands in the program folder, where the
             // classic workstation's working directory put it.
             const QString backup = GetBackupDir(BackupKind::ExportData, true);
-            copyReplacing(fileName, (backup.isEmpty() ? homeDir() : backup) + FileNameOf(fileName));
+            copyExportFile(fileName, (backup.isEmpty() ? homeDir() : backup) + FileNameOf(fileName));
         }
 
         const qint16 state = ToInteger(record.value(QStringLiteral("Workflow_Status")));
@@ -253,7 +245,7 @@ void ExportCleanup(const QSqlRecord& record) {
         if (backup && IsBackupImages()) {
             const QString folder = GetBackupDir(BackupKind::Images, true);
             if (!folder.isEmpty())
-                copyReplacing(image, folder + FileNameOf(bmpName));
+                copyExportFile(image, folder + FileNameOf(bmpName));
         }
         QFile::remove(image);
         if (backup) {
@@ -277,4 +269,5 @@ void AppendExportLine(const QString& fileName, const QSqlRecord& record) {
     if (!appendTextLine(fileName, values.join(QLatin1Char(','))))
         throw VeridonError(ErrorNumber::PathNotFound,
                            QStringLiteral("Die Datei '%1' kann nicht geschrieben werden.").arg(fileName));
+    noteExportFileWritten(fileName);
 }
