@@ -2,6 +2,7 @@
 
 #include "Database.h"
 
+#include <QHash>
 #include <QRegularExpression>
 #include <QSqlQuery>
 
@@ -33,7 +34,37 @@ DaoType daoTypeOf(const QString& declaredType) {
     return DaoType::Memo;
 }
 
+namespace {
+
+// Column lists already read on this thread's connection. The program reads single settings and
+// look-up values many times a second in batch work; the schema_version in the database header
+// changes with every CREATE, ALTER or DROP, from any connection, and then the lists are read again.
+struct ColumnCache {
+    quint64 generation = 0;
+    qint64 schemaVersion = -1;
+    QHash<QString, QVector<ColumnInfo>> tables;
+};
+
+qint64 schemaVersion() {
+    QSqlQuery q(database());
+    return q.exec(QStringLiteral("PRAGMA schema_version")) && q.next() ? q.value(0).toLongLong() : -1;
+}
+
+} // namespace
+
 QVector<ColumnInfo> tableColumns(const QString& table) {
+    thread_local ColumnCache cache;
+    const qint64 version = schemaVersion();
+    if (cache.generation != connectionGeneration() || cache.schemaVersion != version) {
+        cache.tables.clear();
+        cache.generation = connectionGeneration();
+        cache.schemaVersion = version;
+    }
+    const QString key = table.toLower();
+    const auto cached = cache.tables.constFind(key);
+    if (cached != cache.tables.constEnd())
+        return cached.value();
+
     static const QRegularExpression sizePattern(QStringLiteral("\\(\\s*(\\d+)\\s*\\)"));
     QVector<ColumnInfo> columns;
     QSqlQuery q(database());
@@ -52,6 +83,8 @@ QVector<ColumnInfo> tableColumns(const QString& table) {
         }
         columns.push_back(c);
     }
+    if (!columns.isEmpty())
+        cache.tables.insert(key, columns);
     return columns;
 }
 
