@@ -1,0 +1,5 @@
+#include "ProgramInfo.h"
+
+QString programVersion() {
+    return QStringLiteral(VERIDON_VERSION);
+}

@@ -1,0 +1,289 @@
+#include "mdlImport.h"
+
+#include "FieldLengths.h"
+#include "ImportFile.h"
+#include "ImportText.h"
+#include "OcrCorrection.h"
+#include "ResultLine.h"
+#include "admin/mdlBackup.h"
+#include "app/Clock.h"
+#include "app/ColumnInfo.h"
+#include "app/Database.h"
+#include "app/Progress.h"
+#include "app/TextFile.h"
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
+#include "mdlImportNachbearbeitung.h"
+
+#include <QDate>
+#include <QFile>
+#include <QFileInfo>
+#include <cstring>
+#include <optional>
+
+namespace {
+
+QString procedureName() {
+    return QStringLiteral("ImportZVBWerte()");
+}
+
+// How one column of the values table is filled from its part of a line; worked out once per
+// import.
+struct ColumnPlan {
+    QString name;
+    DaoType type = DaoType::Text;
+    int size = 0;               // defined size of a text column, 0 for none
+    int length = NoFieldLength; // GetLaenge of the column
+    bool escapes = true;        // escape codes are resolved (not in BMPName, which is a path)
+    int bindPosition = -1;      // place in the INSERT; -1: read from the file but never written
+    QVector<OcrRule> rules;
+};
+
+struct ImportPlan {
+    QVector<ColumnPlan> columns; // every column the file fills, in table order
+    int bmpName = -1;            // index of BMPName in columns
+    int bound = 0;               // number of bound values of the INSERT
+    QSqlQuery insert;
+};
+
+ImportPlan planImport(const QString& table) {
+    const QVector<ColumnInfo> info = tableColumns(table);
+    requireColumn(table, QStringLiteral("Neuimport"));
+    const OcrRules rules = OcrRules::load();
+    // The table's last column is never filled from the file.
+    QStringList names;
+    for (int i = 0; i + 1 < info.size(); ++i)
+        names << info[i].name;
+    const QVector<int> lengths = readFieldLengths(names);
+
+    ImportPlan plan;
+    QStringList insertColumns;
+    for (int i = 0; i < names.size(); ++i) {
+        ColumnPlan c;
+        c.name = names[i];
+        c.type = info[i].type;
+        c.size = info[i].type == DaoType::Text ? info[i].size : 0;
+        c.length = lengths[i];
+        c.rules = rules.forColumn(c.name);
+        if (c.name.compare(QLatin1String("BMPName"), Qt::CaseInsensitive) == 0) {
+            c.escapes = false;
+            plan.bmpName = i;
+        }
+        // The running number is the database's to give, and Neuimport is set for every new row.
+        if (!info[i].primaryKey && c.name.compare(QLatin1String("Neuimport"), Qt::CaseInsensitive) != 0) {
+            c.bindPosition = int(insertColumns.size());
+            insertColumns << QLatin1Char('[') + c.name + QLatin1Char(']');
+        }
+        plan.columns.push_back(c);
+    }
+    plan.bound = int(insertColumns.size());
+    QStringList marks(plan.bound, QStringLiteral("?"));
+    insertColumns << QStringLiteral("[Neuimport]");
+    marks << QStringLiteral("TRUE");
+    plan.insert = prepareSql(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                 .arg(table, insertColumns.join(QLatin1Char(',')), marks.join(QLatin1Char(','))));
+    return plan;
+}
+
+[[noreturn]] void typeMismatch(const ColumnPlan& c, const QString& text, qint64 lineNumber) {
+    throw VeridonError(ErrorNumber::TypeMismatch,
+                       QStringLiteral("Datentypenkonvertierungsfehler in Zeile %1: der Wert '%2' passt nicht in das "
+                                      "Feld '%3'.")
+                           .arg(lineNumber)
+                           .arg(text, c.name));
+}
+
+bool parseNumber(const QString& text, double& number) {
+    bool ok = false;
+    number = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
+    return ok;
+}
+
+// The text of a part as the column's type stores it. Text is stored as it is; in every other
+// column an empty part is null. A text the type cannot hold ends the import with a run-time error
+// naming the line and the column.
+QVariant storedValue(const ColumnPlan& c, const QString& text, qint64 lineNumber) {
+    if (c.type == DaoType::Text || c.type == DaoType::Memo)
+        return text.isNull() ? QStringLiteral("") : text; // a null text would be bound as NULL
+    const QString t = trimBlanks(text);
+    if (t.isEmpty())
+        return QVariant();
+    double number = 0;
+    switch (c.type) {
+    case DaoType::Integer:
+    case DaoType::Long:
+        try {
+            return c.type == DaoType::Integer ? QVariant(int(ToInteger(t))) : QVariant(ToLong(t));
+        } catch (const VeridonError&) {
+            typeMismatch(c, text, lineNumber);
+        }
+    case DaoType::Boolean: {
+        const QString word = t.toLower();
+        if (word == QLatin1String("false") || word == QLatin1String("falsch") || word == QLatin1String("no") ||
+            word == QLatin1String("nein"))
+            return 0;
+        if (word == QLatin1String("true") || word == QLatin1String("wahr") || word == QLatin1String("yes") ||
+            word == QLatin1String("ja"))
+            return 1;
+        if (!parseNumber(t, number))
+            typeMismatch(c, text, lineNumber);
+        return number != 0.0 ? 1 : 0;
+    }
+    case DaoType::Currency:
+    case DaoType::Single:
+    case DaoType::Double:
+        if (!parseNumber(t, number))
+            typeMismatch(c, text, lineNumber);
+        return number;
+    case DaoType::Date: {
+        QDateTime at = ToDateTime(t);
+        if (!at.isValid())
+            at = QDateTime(QDate::fromString(t, QStringLiteral("dd.MM.yyyy")), QTime(0, 0));
+        if (!at.isValid())
+            typeMismatch(c, text, lineNumber);
+        return at.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    }
+    default:
+        return t.toLatin1();
+    }
+}
+
+// Takes one line into a new row.
+void importLine(ImportPlan& plan, const QString& line, const QString& separator, qint64 lineNumber) {
+    const QVector<ResultPart> parts = splitResultLine(line, separator, int(plan.columns.size()));
+    bool invalid = false;
+    QString bmpName;
+    for (int i = 0; i < plan.columns.size(); ++i) {
+        const ColumnPlan& c = plan.columns[i];
+        if (i >= parts.size()) { // a short line leaves the rest of the row empty
+            if (c.bindPosition >= 0)
+                plan.insert.bindValue(c.bindPosition, QVariant());
+            continue;
+        }
+        const ResultPart& part = parts[i];
+        // value: the escape codes resolved, neither cut nor corrected; the field length is
+        // measured on it.
+        const QString value = c.escapes && !part.null ? resolveEscapeCodes(part.text, invalid) : part.text;
+        QString stored;
+        if (c.size > 0 && value.size() > c.size) {
+            stored = value.left(c.size); // cut as read: a ";" in it stays
+        } else {
+            stored = value;
+            stored.replace(QLatin1Char(';'), QLatin1Char('.'));
+        }
+        stored = applyOcrRules(c.rules, stored);
+        // The field definition's length wins over both steps before.
+        if (c.length != NoFieldLength && value.size() > c.length)
+            stored = value.left(c.length);
+        // A replacement rule must not make a value longer than its column holds.
+        if (c.size > 0 && stored.size() > c.size)
+            stored.truncate(c.size);
+        if (i == plan.bmpName)
+            bmpName = stored;
+        if (c.bindPosition >= 0)
+            plan.insert.bindValue(c.bindPosition, storedValue(c, stored, lineNumber));
+    }
+    execPrepared(plan.insert);
+    if (invalid)
+        WriteLog(procedureName(), QStringLiteral("\\i im Datensatz! Beleg: '") + bmpName + QLatin1Char('\''));
+}
+
+// A temporary file left by an earlier run that ended before it was finished: it is logged as it
+// always was, and kept aside under a dated name instead of being deleted, so that its lines can
+// still be looked at and imported by hand.
+void setStaleTempAside(const QString& temp, const QString& path) {
+    WriteLog(GetText(Msg::ImportStopTmp, {temp, path}), QStringLiteral("16"));
+    const QString aside = staleTempAsideName(temp, appClock().now());
+    if (moveFileNoReplace(temp, aside))
+        WriteLog(procedureName(), QStringLiteral("Vorhandene temp. Datei aufbewahrt als '%1'").arg(aside));
+    else
+        WriteLog(procedureName(), QStringLiteral("Vorhandene temp. Datei '%1' konnte nicht umbenannt werden: %2")
+                                      .arg(temp, QString::fromLocal8Bit(std::strerror(errno))));
+}
+
+void backupImportFile(const QString& path, const QString& temp) {
+    try {
+        if (!IsBackupEnabled())
+            return;
+        const QString folder = GetBackupDir(BackupKind::ImportData, true);
+        if (folder.isEmpty()) {
+            // Without a backup folder set there is nothing to copy to; a folder that is set but
+            // cannot be made is a failure the operator hears of.
+            if (!GetSysText(QStringLiteral("Backup_Pfad")).trimmed().isEmpty())
+                ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
+            return;
+        }
+        const QString target = folder + QFileInfo(path).fileName() + QLatin1Char('_') + GetBackupTimestamp();
+        if (!QFile::copy(temp, target))
+            ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
+    } catch (const std::exception&) {
+        ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
+    }
+}
+
+} // namespace
+
+QString importSeparator() {
+    const QString separator = GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner"));
+    if (!separator.isEmpty())
+        return separator;
+    WriteLog(procedureName(), QStringLiteral("TARNVEL.INI ohne Eintrag [Beleg] [Trenner], Default-Wert genutzt!"));
+    return QStringLiteral(",");
+}
+
+int ImportZVBWerte(const QString& path) {
+    const QString separator = importSeparator();
+    const QString temp = importTempName(path);
+    if (QFileInfo::exists(temp) || QFileInfo(temp).isSymLink())
+        setStaleTempAside(temp, path);
+    if (!moveFileNoReplace(path, temp)) {
+        WriteLog(procedureName(), QStringLiteral("Importdatei '%1' nicht verschiebbar: %2")
+                                      .arg(path, QString::fromLocal8Bit(std::strerror(errno))));
+        ShowMessage(Msg::ImportStopLocked, MsgBox::Critical, {path});
+        return -1;
+    }
+
+    const QString table = GetValuesTable();
+    qint64 lineCount = 0;
+    bool cleaned = false;
+    std::optional<Transaction> transaction;
+    RunReported(procedureName(), [&] {
+        transaction.emplace();
+        QStringList lines;
+        if (!readTextLines(temp, lines))
+            throw VeridonError(ErrorNumber::FileNotFound,
+                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+        ImportPlan plan = planImport(table);
+        Progress& progress = appProgress();
+        for (qsizetype n = 0; n < lines.size(); ++n) {
+            progress.status(QStringLiteral("Importiere Datensatz: ") + QString::number(n + 1));
+            progress.progress(n + 1, lines.size());
+            importLine(plan, lines[n], separator, n + 1);
+        }
+        progress.finished();
+        lineCount = lines.size();
+        lines.clear();
+        plan.insert.finish();
+
+        backupImportFile(path, temp);
+        if (ImportNachbearbeitung() < 1) {
+            execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true"));
+        } else {
+            execSql(QStringLiteral("UPDATE ") + table +
+                    QStringLiteral(" SET [Neuimport]=false WHERE [Neuimport]=true"));
+            cleaned = true;
+        }
+    });
+    // Whatever happened, what was written stays: after a run-time error the rows read so far keep
+    // Neuimport, and a later import commits them.
+    if (transaction && !RunReported(procedureName(), [&] { transaction->commit(); }))
+        cleaned = false;
+    appProgress().finished();
+    if (!cleaned)
+        return -1;
+    // The file is deleted only once its rows are safely committed, so a failed commit can never
+    // lose a line.
+    if (!QFile::remove(temp))
+        ShowMessage(Msg::ImportDelete, MsgBox::Exclamation);
+    return int(lineCount);
+}

@@ -1,0 +1,101 @@
+// The procedures behind the options dialog: colour notation, the hot-key rule, the choice lists and
+// the write of the settings row.
+
+#include "HomeTest.h"
+#include "admin/mdlOptionen.h"
+#include "app/Database.h"
+#include "app/FieldColours.h"
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
+
+namespace {
+
+class Optionen : public HomeTest {
+protected:
+    void SetUp() override { ReloadLanguage(); }
+    void TearDown() override { ReloadLanguage(); }
+};
+
+TEST(ColourText, is_ampersand_h_and_blue_green_red_without_leading_zeros) {
+    EXPECT_EQ(colourText(0xA0A0FF), QStringLiteral("&HA0A0FF"));
+    EXPECT_EQ(colourText(0x00FF00), QStringLiteral("&HFF00"));
+    EXPECT_EQ(colourText(0x0000FF), QStringLiteral("&HFF")) << "pure red";
+    EXPECT_EQ(colourText(0), QStringLiteral("&H0"));
+    for (const ColourSetting& s : colourSettings)
+        EXPECT_EQ(colourText(parseColourText(QLatin1String(s.defaultText))), QLatin1String(s.defaultText));
+}
+
+TEST(Hotkeys, the_same_key_twice_is_refused_but_no_key_may_repeat) {
+    EXPECT_TRUE(HotkeysAssignedTwice({1, 1, 0}));
+    EXPECT_TRUE(HotkeysAssignedTwice({3, 0, 3}));
+    EXPECT_TRUE(HotkeysAssignedTwice({0, 2, 2}));
+    EXPECT_FALSE(HotkeysAssignedTwice({0, 0, 0}));
+    EXPECT_FALSE(HotkeysAssignedTwice({1, 2, 3}));
+    EXPECT_FALSE(HotkeysAssignedTwice({4, 0, 0}));
+}
+
+TEST_F(Optionen, choice_lists_come_from_the_master_data) {
+    const QList<OptionChoice> keys = HotkeyChoices();
+    ASSERT_EQ(keys.size(), 4);
+    EXPECT_EQ(keys[0].value.toInt(), 1);
+    EXPECT_EQ(keys[0].text, QStringLiteral("+ (Ziffernblock)"));
+    EXPECT_EQ(keys[3].text, QStringLiteral("/ (Ziffernblock)"));
+    const QList<OptionChoice> languages = LanguageChoices();
+    ASSERT_EQ(languages.size(), 2);
+    EXPECT_EQ(languages[0].value.toString(), QStringLiteral("DE"));
+    EXPECT_EQ(languages[1].text, QStringLiteral("English"));
+    const QList<OptionChoice> states = StateChoices();
+    ASSERT_FALSE(states.isEmpty());
+    EXPECT_EQ(states[0].text, QString::fromUtf8("AT - Österreich"));
+    EXPECT_EQ(FormFieldNames(), (QStringList{"FORM_ID", "SCANDAT", "STATE", "NACHNAME", "VORNAME", "GEBDAT",
+                                             "PERSONAL_ID", "INSTITUT_ID", "CARD_ID", "CARD_EXPIRY"}));
+}
+
+TEST_F(Optionen, saving_writes_the_row_and_switches_the_language) {
+    ASSERT_EQ(GetLanguage(), QStringLiteral("DE"));
+    EXPECT_TRUE(SaveOptions({{"APP_Language", "EN"},
+                             {"Cursor_allg", 2},
+                             {"Key_EnterLikeTab", false},
+                             {"Key_F2", 0},
+                             {"Key_F3", 2},
+                             {"Key_F4", 0},
+                             {"Color_Fehler", colourText(0x0000FF)},
+                             {"Export_Pfad", QVariant()}}));
+    EXPECT_EQ(GetSysText(QStringLiteral("APP_Language")), QStringLiteral("EN"));
+    EXPECT_EQ(GetSysValue(QStringLiteral("Cursor_allg")).toInt(), 2);
+    EXPECT_FALSE(GetSysFlag(QStringLiteral("Key_EnterLikeTab"), true));
+    EXPECT_EQ(GetSysValue(QStringLiteral("Key_F3")).toInt(), 2);
+    EXPECT_EQ(GetSysText(QStringLiteral("Color_Fehler")), QStringLiteral("&HFF"));
+    EXPECT_TRUE(GetSysValue(QStringLiteral("Export_Pfad")).isNull());
+    EXPECT_EQ(GetSysText(QStringLiteral("APP_State")), QStringLiteral("DE")) << "columns not named stay";
+    EXPECT_EQ(GetLanguage(), QStringLiteral("EN")) << "the language was reloaded";
+    EXPECT_EQ(GetText(Msg::AskDelete), QStringLiteral("Do you really want to discard the current record?"));
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(Optionen, doubly_assigned_hot_keys_are_refused_and_nothing_is_written) {
+    EXPECT_FALSE(SaveOptions({{"Cursor_allg", 1}, {"Key_F2", 3}, {"Key_F3", 0}, {"Key_F4", 3}}));
+    EXPECT_EQ(messages.prompts(), QStringList{QString::fromUtf8(
+                                      "HotKeys doppelt vergeben, Einstellungen können nicht gespeichert werden!")});
+    EXPECT_EQ(GetSysValue(QStringLiteral("Cursor_allg")).toInt(), 0);
+    EXPECT_EQ(GetSysValue(QStringLiteral("Key_F2")).toInt(), 1);
+    EXPECT_EQ(GetSysValue(QStringLiteral("Key_F4")).toInt(), 0);
+}
+
+TEST_F(Optionen, an_unknown_column_is_reported_and_nothing_is_written) {
+    EXPECT_FALSE(SaveOptions({{"Cursor_allg", 2}, {"Gibt_Es_Nicht", 1}}));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.messages()[0].prompt.startsWith(
+        QStringLiteral("Laufzeitfehler in Funktion 'frmOptionen.SaveSettings()'!")));
+    EXPECT_EQ(GetSysValue(QStringLiteral("Cursor_allg")).toInt(), 0);
+}
+
+TEST_F(Optionen, an_empty_settings_table_gets_its_row) {
+    execSql(QStringLiteral("DELETE FROM zvbSys"));
+    SaveSettings({{"APP_KorrID", 7}, {"Scan_Pfad", "/srv/scan"}});
+    EXPECT_EQ(CountRows(QStringLiteral("*"), QStringLiteral("zvbSys"), QString()), 1);
+    EXPECT_EQ(GetKorrID(), 7);
+    EXPECT_EQ(GetSysText(QStringLiteral("Scan_Pfad")), QStringLiteral("/srv/scan"));
+}
+
+} // namespace

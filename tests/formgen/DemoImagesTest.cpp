@@ -1,0 +1,156 @@
+// The demo form pages: every value lies inside its field's region, and the committed images that
+// `init --demo` installs are the generator's current output, stored as group 4 scans at 200 dpi.
+#include "DemoForms.h"
+#include "FormRenderer.h"
+#include "TempHome.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <gtest/gtest.h>
+#include <tiffio.h>
+
+namespace {
+
+const QString formsFile = QStringLiteral(VERIDON_DATA_DIR "/demo/forms.tsv");
+
+QRect rectOf(const formlayout::Box& b) {
+    return QRect(b.x, b.y, b.dx, b.dy);
+}
+
+QString nameOf(std::string_view field) {
+    return QString::fromUtf8(field.data(), qsizetype(field.size()));
+}
+
+int inkIn(const QImage& grey, const QRect& r) {
+    int n = 0;
+    for (int y = r.top(); y <= r.bottom(); ++y)
+        for (int x = r.left(); x <= r.right(); ++x)
+            n += qGray(grey.pixel(x, y)) < 128;
+    return n;
+}
+
+// Ink on the region's outermost two pixels: a value running over the edge leaves some.
+int inkOnEdge(const QImage& grey, const QRect& r) {
+    return inkIn(grey, r) - inkIn(grey, r.adjusted(2, 2, -2, -2));
+}
+
+QList<DemoForm> demoForms() {
+    QString error;
+    const QList<DemoForm> forms = readDemoForms(formsFile, &error);
+    EXPECT_TRUE(error.isEmpty()) << error.toStdString();
+    return forms;
+}
+
+TEST(DemoFormPages, every_value_lies_inside_its_region) {
+    const QList<DemoForm> forms = demoForms();
+    ASSERT_EQ(forms.size(), 8);
+    for (const DemoForm& form : forms) {
+        const auto& layout = formlayout::layoutFor(form.typ);
+        const QImage page = renderForm(layout, form.values);
+        ASSERT_EQ(page.size(), QSize(1654, 2339));
+        ASSERT_EQ(page.format(), QImage::Format_Mono);
+        EXPECT_EQ(qRound(page.dotsPerMeterX() / 39.3700787), 200);
+        for (const auto& f : layout.fields) {
+            SCOPED_TRACE(form.bmpName.toStdString() + " " + std::string(f.field));
+            const QRect region = rectOf(f.box);
+            EXPECT_GT(inkIn(page, region), 150) << "no value drawn";
+            EXPECT_EQ(inkOnEdge(page, region), 0) << "value runs over the region's edge";
+        }
+    }
+}
+
+TEST(DemoFormPages, card_prints_dates_with_slashes) {
+    EXPECT_EQ(printedValue("GEBDAT", QStringLiteral("03.07.1961")), QStringLiteral("03/07/1961"));
+    EXPECT_EQ(printedValue("CARD_EXPIRY", QStringLiteral("31.12.2029")), QStringLiteral("31/12/2029"));
+    EXPECT_EQ(printedValue("SCANDAT", QStringLiteral("15.11.2026")), QStringLiteral("15.11.2026"));
+    EXPECT_EQ(printedValue("NACHNAME", QStringLiteral("Müller-Lüdenscheidt")), QStringLiteral("Müller-Lüdenscheidt"));
+}
+
+// A missing value leaves its region blank (a form the card was not copied onto completely).
+TEST(DemoFormPages, missing_value_leaves_the_region_blank) {
+    QHash<QString, QString> values{{QStringLiteral("NACHNAME"), QStringLiteral("Huber")}};
+    const QImage page = renderForm(formlayout::layout4, values);
+    for (const auto& f : formlayout::layout4.fields) {
+        const int ink = inkIn(page, rectOf(f.box));
+        if (f.field == "NACHNAME")
+            EXPECT_GT(ink, 150);
+        else
+            EXPECT_EQ(ink, 0) << f.field;
+    }
+}
+
+// What `init --demo` puts into images/: one image per demo form, a bitonal group 4 page of A4 at
+// 200 dpi, small, and pixel for pixel what the generator draws now in every field's region.
+TEST(DemoFormImages, demo_home_holds_the_current_generated_images) {
+    const TempHome home(TempHome::Content::Demo);
+    const QList<DemoForm> forms = demoForms();
+    ASSERT_FALSE(forms.isEmpty());
+    for (const DemoForm& form : forms) {
+        SCOPED_TRACE(form.bmpName.toStdString());
+        const QString path = home.path(QStringLiteral("images/") + form.bmpName);
+        ASSERT_TRUE(QFileInfo::exists(path));
+        EXPECT_LT(QFileInfo(path).size(), 60 * 1024);
+
+        TIFF* tif = TIFFOpen(QFile::encodeName(path).constData(), "r");
+        ASSERT_NE(tif, nullptr);
+        uint16_t compression = 0, bits = 0;
+        float xres = 0;
+        TIFFGetField(tif, TIFFTAG_COMPRESSION, &compression);
+        TIFFGetField(tif, TIFFTAG_BITSPERSAMPLE, &bits);
+        TIFFGetField(tif, TIFFTAG_XRESOLUTION, &xres);
+        TIFFClose(tif);
+        EXPECT_EQ(compression, COMPRESSION_CCITTFAX4);
+        EXPECT_EQ(bits, 1);
+        EXPECT_FLOAT_EQ(xres, 200.0f);
+
+        const QImage stored = QImageReader(path).read();
+        ASSERT_EQ(stored.size(), QSize(1654, 2339));
+        const auto& layout = formlayout::layoutFor(form.typ);
+        const QImage drawn = renderForm(layout, form.values);
+        for (const auto& f : layout.fields) {
+            const QRect region = rectOf(f.box);
+            EXPECT_GT(inkIn(stored, region), 150) << nameOf(f.field).toStdString();
+            int differing = 0;
+            for (int y = region.top(); y <= region.bottom(); ++y)
+                for (int x = region.left(); x <= region.right(); ++x)
+                    differing += (qGray(stored.pixel(x, y)) < 128) != (qGray(drawn.pixel(x, y)) < 128);
+            EXPECT_LE(differing, region.width() * region.height() / 100)
+                << nameOf(f.field).toStdString() << ": the committed image is out of date, run formgen";
+        }
+    }
+}
+
+TEST(DemoFormList, broken_lists_are_refused_with_a_message) {
+    QString error;
+    EXPECT_TRUE(readDemoForms(QStringLiteral("/nirgends/forms.tsv"), &error).isEmpty());
+    EXPECT_EQ(error, QStringLiteral("Die Formularliste '/nirgends/forms.tsv' kann nicht gelesen werden."));
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("forms.tsv"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("BMPName\tTYP\tNACHNAME\n31901001.tif\t4\tHuber\n31901002.tif\t5\n");
+    file.close();
+    error.clear();
+    EXPECT_TRUE(readDemoForms(path, &error).isEmpty());
+    EXPECT_EQ(error, QStringLiteral("Zeile 3 der Formularliste '%1' hat 2 statt 3 Spalten.").arg(path));
+
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("BMPName\tNACHNAME\r\n31901001.tif\tHuber\r\n");
+    file.close();
+    EXPECT_TRUE(readDemoForms(path, &error).isEmpty());
+    EXPECT_EQ(error, QStringLiteral("Der Formularliste '%1' fehlt die Spalte TYP.").arg(path));
+}
+
+TEST(DemoFormList, reads_layout_and_values) {
+    const QList<DemoForm> forms = demoForms();
+    ASSERT_EQ(forms.size(), 8);
+    EXPECT_EQ(forms[0].bmpName, QStringLiteral("31901001.tif"));
+    EXPECT_EQ(forms[0].typ, 4);
+    EXPECT_EQ(forms[2].typ, 5);
+    EXPECT_EQ(forms[5].values.value(QStringLiteral("NACHNAME")), QStringLiteral("Müller-Lüdenscheidt"));
+}
+
+} // namespace

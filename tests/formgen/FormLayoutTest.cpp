@@ -1,0 +1,101 @@
+// The drawing positions of the demo form against the field definitions a new home loads: each of
+// the ten form fields has the region where the form generator draws its value, in both layouts,
+// and the two layouts are told apart at a glance.
+#include "FormLayout.h"
+#include "HomeTest.h"
+#include "model/ZVBFelderArray.h"
+
+#include <QRect>
+#include <QSet>
+
+namespace {
+
+using formlayout::Layout;
+
+QRect rectOf(const formlayout::Box& b) {
+    return QRect(b.x, b.y, b.dx, b.dy);
+}
+
+QString nameOf(std::string_view field) {
+    return QString::fromUtf8(field.data(), qsizetype(field.size()));
+}
+
+class FormLayoutDefinitions : public HomeTest {
+protected:
+    void SetUp() override { felder.Fill(); }
+    ZVBFelderArray felder;
+};
+
+TEST_F(FormLayoutDefinitions, field_definitions_hold_the_drawn_regions) {
+    for (const Layout* layout : {&formlayout::layout4, &formlayout::layout5}) {
+        const qint16 typ = qint16(layout->typ);
+        for (const auto& f : layout->fields) {
+            const QString name = nameOf(f.field);
+            SCOPED_TRACE(name.toStdString() + " layout " + std::to_string(typ));
+            ASSERT_TRUE(felder.Exists(name));
+            EXPECT_EQ(felder.GetX(name, typ), f.box.x);
+            EXPECT_EQ(felder.GetY(name, typ), f.box.y);
+            EXPECT_EQ(felder.GetDX(name, typ), f.box.dx);
+            EXPECT_EQ(felder.GetDY(name, typ), f.box.dy);
+        }
+    }
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+// The form fields are the definitions with a place in the record's status string.
+TEST_F(FormLayoutDefinitions, every_form_field_is_drawn_in_both_layouts) {
+    QSet<QString> formFields;
+    for (const FieldDefinition& d : felder.definitions())
+        if (d.satznummer > 0)
+            formFields.insert(d.name);
+    for (const Layout* layout : {&formlayout::layout4, &formlayout::layout5}) {
+        QSet<QString> drawn;
+        for (const auto& f : layout->fields)
+            drawn.insert(nameOf(f.field));
+        EXPECT_EQ(drawn, formFields) << "layout " << layout->typ;
+    }
+}
+
+TEST(FormLayout, regions_lie_on_the_page_apart_from_each_other) {
+    const QRect page(0, 0, formlayout::pageWidth, formlayout::pageHeight);
+    for (const Layout* layout : {&formlayout::layout4, &formlayout::layout5}) {
+        const QRect card = rectOf(layout->card);
+        EXPECT_TRUE(page.contains(card));
+        for (size_t i = 0; i < layout->fields.size(); ++i) {
+            const auto& f = layout->fields[i];
+            const QRect r = rectOf(f.box);
+            SCOPED_TRACE(std::string(f.field) + " layout " + std::to_string(layout->typ));
+            EXPECT_TRUE(page.contains(r));
+            const bool onCard = f.field != "FORM_ID" && f.field != "SCANDAT";
+            EXPECT_EQ(card.contains(r), onCard);
+            // a caption line of 30 px above each region stays clear of every other region
+            for (size_t j = 0; j < layout->fields.size(); ++j) {
+                if (j != i) {
+                    EXPECT_FALSE(r.adjusted(0, -30, 0, 0).intersects(rectOf(layout->fields[j].box)))
+                        << "overlaps " << layout->fields[j].field;
+                }
+            }
+        }
+    }
+}
+
+// Layout 4 and layout 5 put the card and every field elsewhere, so an image shown with the wrong
+// layout's regions is obvious.
+TEST(FormLayout, the_two_layouts_differ_everywhere) {
+    const QPoint cardShift = rectOf(formlayout::layout4.card).center() - rectOf(formlayout::layout5.card).center();
+    EXPECT_GT(cardShift.manhattanLength(), 300);
+    for (size_t i = 0; i < formlayout::layout4.fields.size(); ++i) {
+        const auto& a = formlayout::layout4.fields[i];
+        const auto& b = formlayout::layout5.fields[i];
+        ASSERT_EQ(a.field, b.field);
+        EXPECT_FALSE(rectOf(a.box).intersects(rectOf(b.box))) << a.field;
+    }
+}
+
+TEST(FormLayout, layout_follows_typ_as_the_field_definitions_do) {
+    EXPECT_EQ(&formlayout::layoutFor(4), &formlayout::layout4);
+    EXPECT_EQ(&formlayout::layoutFor(5), &formlayout::layout5);
+    EXPECT_EQ(&formlayout::layoutFor(0), &formlayout::layout5);
+}
+
+} // namespace

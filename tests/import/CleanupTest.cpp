@@ -1,0 +1,201 @@
+// The clean-up: raw card lines as a reader returns them, mapped into the form's fields for both
+// layouts, with the line helpers and the replacement rules on their own.
+
+#include "HomeTest.h"
+#include "app/Database.h"
+#include "app/mdlDB.h"
+#include "import/OcrCorrection.h"
+#include "import/mdlImportNachbearbeitung.h"
+
+namespace {
+
+class Cleanup : public HomeTest {
+protected:
+    // A new row as the import leaves it; returns its LfdNr.
+    int newRow(const QString& typ, const QStringList& lines) {
+        QStringList columns{"BMPName", "TYP", "Neuimport"};
+        QVariantList values{"319010" + QString::number(++images_) + ".tif", typ, true};
+        const int first = typ == "4" ? 4 : 5;
+        for (int i = 0; i < lines.size(); ++i) {
+            columns << QString("T%1_L%2").arg(first).arg(i + 1);
+            values << lines[i];
+        }
+        execSql("INSERT INTO zvbWerte (" + columns.join(',') + ") VALUES (" +
+                    QStringList(values.size(), "?").join(',') + ")",
+                values);
+        QSqlQuery last = execSql("SELECT MAX(LfdNr) FROM zvbWerte");
+        return last.next() ? last.value(0).toInt() : -1;
+    }
+    QString field(int lfdNr, const char* column) {
+        return GetValue(QString::fromLatin1(column), "zvbWerte", "LfdNr=" + QString::number(lfdNr)).toString();
+    }
+    int images_ = 0;
+};
+
+TEST_F(Cleanup, layout_5_maps_one_line_per_field_and_repairs_the_reading) {
+    const int row = newRow("5", {"EHIC  DE", "]  de", "|  MUELLER", "anna-lena", "12/03/1960    123 456",
+                                 "108310400 - AOK Bayern  |", "8027 6883 1100 0012 3456     12|03\\2031"});
+    EXPECT_EQ(ImportNachbearbeitung(), 1);
+    EXPECT_EQ(field(row, "TYP"), "5");
+    EXPECT_EQ(field(row, "FORM_ID"), "E-111N");
+    EXPECT_EQ(field(row, "STATE"), "DE");
+    EXPECT_EQ(field(row, "NACHNAME"), "MUELLER") << "frame and blanks go, capitals stay";
+    EXPECT_EQ(field(row, "VORNAME"), "Anna-Lena");
+    EXPECT_EQ(field(row, "GEBDAT"), "12/03/1960");
+    EXPECT_EQ(field(row, "PERSONAL_ID"), "123456");
+    EXPECT_EQ(field(row, "INSTITUT_ID"), "108310400 - AOK Bayern");
+    EXPECT_EQ(field(row, "CARD_ID"), "80276883110000123456");
+    EXPECT_EQ(field(row, "CARD_EXPIRY"), "12/03/2031");
+    EXPECT_EQ(field(row, "Workflow_Status"), "10");
+    EXPECT_EQ(field(row, "T5_L3"), "|  MUELLER") << "the raw lines stay as read";
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(Cleanup, layout_4_splits_its_shared_lines_at_the_widest_gap) {
+    const int row =
+        newRow("4", {"EUROPÄISCHE KRANKENVERSICHERUNGSKARTE", "|  at", "de Vries", "| jan pieter      22/02/1985  |",
+                     "1234 030761      1100 - OEGK", "8004 0001 2345 6789 0123     xx31/12/2029"});
+    EXPECT_EQ(ImportNachbearbeitung(), 1);
+    EXPECT_EQ(field(row, "TYP"), "4");
+    EXPECT_EQ(field(row, "STATE"), "AT");
+    EXPECT_EQ(field(row, "NACHNAME"), "De Vries");
+    EXPECT_EQ(field(row, "VORNAME"), "Jan Pieter") << "the bar before the name goes once the line is split";
+    EXPECT_EQ(field(row, "GEBDAT"), "22/02/1985");
+    EXPECT_EQ(field(row, "PERSONAL_ID"), "1234030761");
+    EXPECT_EQ(field(row, "INSTITUT_ID"), "1100 - OEGK");
+    EXPECT_EQ(field(row, "CARD_ID"), "80040001234567890123");
+    EXPECT_EQ(field(row, "CARD_EXPIRY"), "31/12/2029") << "the date is cut out of what surrounds it";
+}
+
+TEST_F(Cleanup, slash_read_as_one_is_put_back_in_either_place_or_both) {
+    const int a = newRow("5", {"", "FR", "DUPONT", "MARIE", "14109/1990     290097512", "75 - CPAM Paris",
+                               "80250000001234567890     30/0912027"});
+    const int b = newRow("5", {"", "FR", "DUPONT", "JEAN", "0111211985     185127512", "75 - CPAM Paris",
+                               "80250000001234567891     3010912027x"});
+    const int c = newRow("5", {"", "FR", "DUPONT", "LUC", "12113/1960     160137512", "75 - CPAM Paris",
+                               "80250000001234567892     30/09/2027"});
+    ASSERT_EQ(ImportNachbearbeitung(), 1);
+    EXPECT_EQ(field(a, "GEBDAT"), "14/09/1990");
+    EXPECT_EQ(field(a, "CARD_EXPIRY"), "30/09/2027");
+    EXPECT_EQ(field(b, "GEBDAT"), "01/12/1985");
+    EXPECT_EQ(field(b, "CARD_EXPIRY"), "30/09/2027");
+    EXPECT_EQ(field(c, "GEBDAT"), "12113/1960") << "month 13 is no date: left for the operator";
+}
+
+TEST_F(Cleanup, unknown_state_is_read_again_from_the_heading_line) {
+    const int unreadable = newRow("5", {"EHIC  IT", "??", "ROSSI", "GIUSEPPE"});
+    const int ambiguous = newRow("5", {"EHIC  DE", "D?", "MUELLER", "JUERGEN"});
+    const int unique = newRow("5", {"", "A?", "HUBER", "MARIA"});
+    const int layout4 = newRow("4", {"EUROPÄISCHE KRANKENVERSICHERUNGSKARTE", "XX", "HUBER"});
+    ASSERT_EQ(ImportNachbearbeitung(), 1);
+    EXPECT_EQ(field(unreadable, "STATE"), "IT");
+    EXPECT_EQ(field(ambiguous, "STATE"), "D?") << "DE and DK both fit: the operator decides";
+    EXPECT_EQ(field(unique, "STATE"), "AT");
+    EXPECT_EQ(field(layout4, "STATE"), "") << "a layout 4 card has no second line with the code";
+}
+
+TEST_F(Cleanup, values_are_cut_to_their_field_length) {
+    const QString longName = "Wolfeschlegelsteinhausenbergerdorffvoralternwaren";
+    const int row = newRow("5", {"", "DE", longName, "Hubert", "01/01/1970     123456789012345678901234"});
+    ASSERT_EQ(ImportNachbearbeitung(), 1);
+    EXPECT_EQ(field(row, "NACHNAME"), longName.left(40));
+    EXPECT_EQ(field(row, "PERSONAL_ID"), "12345678901234567890");
+}
+
+TEST_F(Cleanup, only_new_rows_are_touched_and_none_is_no_failure) {
+    EXPECT_EQ(ImportNachbearbeitung(), 1) << "nothing to clean is a success";
+    execSql("INSERT INTO zvbWerte (TYP, T5_L3, NACHNAME, Workflow_Status, Neuimport)"
+            " VALUES ('5', 'huber', 'Huber-Moser', 30, false)");
+    const int fresh = newRow("", {"", "AT", "huber"});
+    ASSERT_EQ(ImportNachbearbeitung(), 1);
+    EXPECT_EQ(field(1, "NACHNAME"), "Huber-Moser");
+    EXPECT_EQ(field(1, "Workflow_Status"), "30");
+    EXPECT_EQ(field(fresh, "TYP"), "5") << "an empty layout is the other layout";
+    EXPECT_EQ(field(fresh, "NACHNAME"), "Huber");
+    EXPECT_EQ(field(fresh, "Neuimport"), "1") << "committing is the import's part";
+}
+
+TEST_F(Cleanup, failure_is_reported_and_returns_zero) {
+    newRow("4", {"", "AT", "HUBER"});
+    execSql("DROP TABLE sysStates");
+    EXPECT_EQ(ImportNachbearbeitung(), 0);
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.messages()[0].prompt.startsWith("Laufzeitfehler in Funktion 'ImportNachbearbeitung()'!"));
+    EXPECT_TRUE(messages.messages()[0].prompt.contains("sysStates"));
+}
+
+TEST(LineHelpers, frame_characters_go_only_with_enough_blanks_beside_them) {
+    EXPECT_EQ(EntferneRandzeichen("|  MUELLER", 1), "MUELLER");
+    EXPECT_EQ(EntferneRandzeichen("  ] de Vries ", 1), "de Vries");
+    EXPECT_EQ(EntferneRandzeichen("| MUELLER", 2), "| MUELLER") << "one blank does not count when n is 2";
+    EXPECT_EQ(EntferneRandzeichen("120207 - ASL Roma 1", 2), "120207 - ASL Roma 1");
+    EXPECT_EQ(EntferneRandzeichen("120207 - ASL Roma  1", 2), "120207 - ASL Roma");
+    EXPECT_EQ(EntferneRandzeichen("(  FR  )", 2), "FR");
+    EXPECT_EQ(EntferneRandzeichen("l   Jan Pieter   22/02/1985   \\", 2), "Jan Pieter   22/02/1985");
+    EXPECT_EQ(EntferneRandzeichen("Ida", 1), "Ida") << "a name starting with I stays whole";
+}
+
+TEST(LineHelpers, smart_case_raises_word_starts_and_lowers_nothing) {
+    EXPECT_EQ(SmartCase("anna-lena"), "Anna-Lena");
+    EXPECT_EQ(SmartCase("MUELLER"), "MUELLER");
+    EXPECT_EQ(SmartCase("müller-lüdenscheidt"), "Müller-Lüdenscheidt");
+    EXPECT_EQ(SmartCase("jan pieter"), "Jan Pieter");
+    EXPECT_EQ(SmartCase("mcDonald"), "McDonald");
+    EXPECT_EQ(SmartCase(""), "");
+}
+
+TEST(LineHelpers, split_at_the_widest_gap_takes_its_first_occurrence) {
+    QString first, second;
+    TrenneAmGroesstenAbstand("12/03/1960    123 456", first, second);
+    EXPECT_EQ(first, "12/03/1960");
+    EXPECT_EQ(second, "123 456");
+    TrenneAmGroesstenAbstand("Jan Pieter  22/02/1985  x", first, second);
+    EXPECT_EQ(first, "Jan Pieter");
+    EXPECT_EQ(second, "22/02/1985  x");
+    TrenneAmGroesstenAbstand("80040001234567890123", first, second);
+    EXPECT_EQ(first, "80040001234567890123");
+    EXPECT_EQ(second, "");
+}
+
+TEST(LineHelpers, date_is_cut_out_of_surrounding_characters) {
+    EXPECT_EQ(SchneideDatumAus("x31/12/2029]"), "31/12/2029");
+    EXPECT_EQ(SchneideDatumAus("1/31/12/2029"), "31/12/2029");
+    EXPECT_EQ(SchneideDatumAus("31/12/2029"), "31/12/2029");
+    EXPECT_EQ(SchneideDatumAus("31/12/29"), "31/12/29");
+    EXPECT_EQ(SchneideDatumAus("/31/12/202"), "/31/12/202");
+    EXPECT_EQ(repairCardDate("12|03\\1960"), "12/03/1960");
+    EXPECT_EQ(repairCardDate(" 12 / 03 / 1960 "), "12/03/1960");
+    EXPECT_EQ(repairCardDate("1210311960"), "12/03/1960");
+    EXPECT_EQ(repairCardDate("12l03I1960"), "12/03/1960");
+    EXPECT_EQ(repairCardDate("12.03.1960"), "12.03.1960");
+}
+
+class States : public HomeTest {};
+
+TEST_F(States, state_codes_are_checked_against_the_known_states) {
+    EXPECT_EQ(ErmittleStaat("de"), "DE");
+    EXPECT_EQ(ErmittleStaat("D?"), "D?") << "DE and DK";
+    EXPECT_EQ(ErmittleStaat("?E"), "?");
+    EXPECT_EQ(ErmittleStaat("XX"), "?");
+    EXPECT_EQ(ErmittleStaat("D1"), "?");
+    EXPECT_EQ(ErmittleStaat("A"), "A");
+    EXPECT_EQ(ErmittleStaat(""), "");
+    EXPECT_EQ(ErmittleStaat("EHIC  IT"), "IT");
+    EXPECT_EQ(ErmittleStaat("EUROPEAN HEALTH"), "?") << "RO and LT both occur";
+    execSql("DELETE * FROM sysStates WHERE State_ID='DK'");
+    EXPECT_EQ(ErmittleStaat("d?"), "DE");
+}
+
+TEST_F(States, replacement_rules_read_hash_as_blank_and_apply_in_table_order) {
+    execSql("DELETE * FROM ocrErsetzungen");
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('*', '0#', 'O#')");
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('NACHNAME', 'O#B', 'O''B')");
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('VORNAME', '#', '')");
+    EXPECT_EQ(OcrErsetzen("NACHNAME", "0 BRIEN"), "O'BRIEN") << "the second rule sees the first one's result";
+    EXPECT_EQ(OcrErsetzen("nachname", "2010"), "2010") << "a zero without a blank stays";
+    EXPECT_EQ(OcrErsetzen("T5_L5", "10 0 12"), "1O O 12");
+    EXPECT_EQ(OcrErsetzen("VORNAME", "Jan Pieter"), "JanPieter");
+    EXPECT_EQ(OcrErsetzen("STATE", "DE"), "DE");
+}
+
+} // namespace

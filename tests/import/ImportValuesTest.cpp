@@ -1,0 +1,140 @@
+// From a line to a row: positional filling, empty and short lines, escape codes, the ";" rule, the
+// cuts to column size and field length, and the replacement rules.
+
+#include "ImportFixture.h"
+#include "app/ColumnInfo.h"
+#include "model/Schema.h"
+
+namespace {
+
+class ImportValues : public ImportTest {
+protected:
+    void SetUp() override { withoutOcrRules(); }
+};
+
+TEST_F(ImportValues, escape_codes_are_resolved_except_in_the_image_name) {
+    writeResult({R"(\\scan01\bilder\31901001\f.tif;15.11.2026;4;0;0;1\bf3;;;Ma\wria;x\l;8004\f\f01\l;)"
+                 R"(\bf\bf\l;ab\\w)"});
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(text(1, "BMPName"), R"(\\scan01\bilder\31901001\f.tif)");
+    EXPECT_EQ(text(1, "T4_L1"), "1?3");
+    EXPECT_EQ(text(1, "T4_L4"), "0") << "\\w anywhere makes the value 0";
+    EXPECT_EQ(text(1, "T4_L5"), "x");
+    EXPECT_EQ(text(1, "T4_L6"), "8004??01");
+    EXPECT_EQ(text(1, "T5_L1"), "??");
+    EXPECT_EQ(text(1, "T5_L2"), "0") << "a backslash before \\w does not hide it";
+    EXPECT_FALSE(log().contains("\\i im Datensatz"));
+}
+
+TEST_F(ImportValues, invalid_field_becomes_a_question_mark_and_names_the_image_in_the_log) {
+    writeResult({"31901001.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;AT;Hu\\iber",
+                 "31901002.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;NL;de Vries"});
+    ASSERT_EQ(import(), 2);
+    EXPECT_EQ(text(1, "T4_L3"), "?");
+    EXPECT_EQ(text(2, "T4_L3"), "de Vries");
+    EXPECT_TRUE(log().contains("ImportZVBWerte();\\i im Datensatz! Beleg: '31901001.tif';15.11.2026 10:30:00\r\n"))
+        << log().toStdString();
+    EXPECT_FALSE(log().contains("31901002.tif"));
+}
+
+TEST_F(ImportValues, semicolon_reads_as_point_unless_the_value_is_over_the_column_size) {
+    setSeparator(""); // the default "," lets a ";" into a value
+    writeResult({"a.tif,12;05,4,0,0,;x;", "b.tif,12;05;2026;9"});
+    ASSERT_EQ(import(), 2);
+    EXPECT_EQ(text(1, "SCANDAT"), "12.05");
+    EXPECT_EQ(text(1, "T4_L1"), ".x.");
+    EXPECT_EQ(text(2, "SCANDAT"), "12;05;2026") << "cut to VARCHAR(10), the ';' stays";
+}
+
+TEST_F(ImportValues, parts_fill_the_columns_in_table_order) {
+    setSeparator("");
+    writeResult({"a,,4", ",b"});
+    ASSERT_EQ(import(), 2);
+    EXPECT_EQ(text(1, "BMPName"), "a");
+    EXPECT_FALSE(cell(1, "SCANDAT").isNull());
+    EXPECT_EQ(text(1, "SCANDAT"), "") << "an empty part is stored as the empty text";
+    EXPECT_EQ(text(1, "TYP"), "4");
+    EXPECT_FALSE(cell(2, "BMPName").isNull());
+    EXPECT_EQ(text(2, "BMPName"), "");
+    EXPECT_EQ(text(2, "SCANDAT"), "b");
+}
+
+TEST_F(ImportValues, empty_line_gives_an_empty_row_and_a_short_line_leaves_the_rest_empty) {
+    writeResult({"31901001.tif;15.11.2026;4", "", "  31901003.tif  ;  15.11.2026 ;5;-3; 7 ;"});
+    ASSERT_EQ(import(), 3);
+    EXPECT_EQ(rowCount(), 3);
+    EXPECT_TRUE(cell(1, "BMOffsetX").isNull());
+    EXPECT_TRUE(cell(1, "T4_L1").isNull());
+    EXPECT_TRUE(cell(1, "T5_L7").isNull());
+    EXPECT_TRUE(cell(2, "BMPName").isNull());
+    EXPECT_TRUE(cell(2, "SCANDAT").isNull());
+    EXPECT_TRUE(cell(2, "T4_L1").isNull());
+    EXPECT_EQ(cell(2, "Workflow_Status").toInt(), 10) << "the empty row is still released for correction";
+    EXPECT_EQ(text(3, "BMPName"), "31901003.tif");
+    EXPECT_EQ(text(3, "SCANDAT"), "15.11.2026");
+    EXPECT_EQ(cell(3, "BMOffsetX").toInt(), -3);
+    EXPECT_EQ(cell(3, "BMOffsetY").toInt(), 7);
+    EXPECT_TRUE(cell(3, "T4_L1").isNull()) << "a separator at the end starts no part";
+}
+
+TEST_F(ImportValues, parts_beyond_the_filled_columns_are_ignored) {
+    const QStringList columns = valuesTableColumns();
+    QStringList parts;
+    for (int i = 0; i < columns.size() + 3; ++i)
+        parts << "";
+    parts[0] = "31901001.tif";
+    parts[2] = "4";
+    parts[columns.indexOf("Fehlerhaft")] = "1111";
+    parts[columns.indexOf("Workflow_KorrID")] = "7";
+    parts[columns.indexOf("LfdNr")] = "4711";
+    parts[columns.indexOf("Neuimport")] = "0";
+    parts[columns.size()] = "zu viel";
+    writeResult({parts.join(";")});
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(text(1, "Fehlerhaft"), "1111");
+    EXPECT_EQ(cell(1, "Workflow_KorrID").toInt(), 7);
+    EXPECT_EQ(rowCount("LfdNr=4711"), 0) << "the running number is the database's";
+    EXPECT_EQ(rowCount("Neuimport=false"), 1);
+}
+
+TEST_F(ImportValues, field_length_cuts_the_value_as_read_over_size_and_corrections) {
+    execSql("UPDATE ZVBFelder SET VarLng=12 WHERE VarName='T4_L5'");
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('T4_L5', 'O', '0')");
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('T4_L5', ';', ',')");
+    setSeparator("");
+    writeResult({"a.tif,15.11.2026,4,0,0,,,,,12O4O3O761;X1100 - OEGK", "b.tif,15.11.2026,4,0,0,,,,,12O4O3O7;1"});
+    ASSERT_EQ(import(), 2);
+    EXPECT_EQ(text(1, "T4_L5"), "12O4O3O761;X") << "over the field length: cut, not corrected";
+    EXPECT_EQ(text(2, "T4_L5"), "12040307.1") << "within it: ';' read as '.', then corrected";
+}
+
+TEST_F(ImportValues, replacement_rules_apply_to_their_column_and_to_all_with_hash_as_blank) {
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('*', '0#', 'O#')");
+    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('T5_L3', '##', '#')");
+    writeResult({"31901009.tif;15.11.2026;5;0;0;;;;;;;EHIC  IE;IE;0 BRIEN  0 NEILL;Sean;10/10/1971     0 12"});
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(text(1, "T5_L3"), "O BRIEN O NEILL");
+    EXPECT_EQ(text(1, "T5_L5"), "10/10/1971     O 12") << "'*' reaches every column";
+    EXPECT_EQ(text(1, "T5_L4"), "Sean");
+}
+
+TEST_F(ImportValues, file_is_read_as_windows_1252) {
+    home.writeFile("import/zvscan.txt", QByteArray("31901006.tif;15.11.2026;4;0;0;;DE;M\xfcller-L\xfc"
+                                                   "denscheidt;J\xfcrgen      28/02/1966\r\n"));
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(text(1, "NACHNAME"), "Müller-Lüdenscheidt");
+    EXPECT_EQ(text(1, "VORNAME"), "Jürgen");
+}
+
+TEST(ValuesTableDefinitions, every_column_has_a_field_definition_of_its_size) {
+    TempHome home;
+    for (const ColumnInfo& column : tableColumns("zvbWerte")) {
+        const QVariant length = GetValue("VarLng", "ZVBFelder", "VarName=" + sqlQuote(column.name));
+        ASSERT_FALSE(length.isNull()) << column.name.toStdString();
+        if (column.size > 0) {
+            EXPECT_EQ(length.toInt(), column.size) << column.name.toStdString();
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,248 @@
+// Working the shown page: the numeric-pad scroll codes, the zoom steps, quarter turns, inversion
+// and the full-screen view, each checked on what the viewer shows.
+#include "ViewerPages.h"
+#include "viewer/zvbkor.h"
+
+#include <QFile>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+int32_t show(const QString& path, const QRect& r, const char* field = "NACHNAME") {
+    return Anzeigen(QFile::encodeName(path).constData(), field, "0", "0", r.x(), r.y(), r.width(), r.height());
+}
+
+class ViewerControl : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        Schliessen();
+        colourPath = writeTiff(dir, QStringLiteral("farbe.tif"), {standardPage(PageKind::Colour)});
+    }
+    void TearDown() override { Schliessen(); }
+
+    QRect blue() const { return boxOf(grabPageArea(), isBlockBlue); }
+    QRect green() const { return boxOf(grabPageArea(), isNotchGreen); }
+
+    QTemporaryDir dir;
+    QString colourPath;
+};
+
+// 6 moves the view right (the page moves left on screen), 4 back, 2 down, 8 up, each by a quarter
+// of the view; other codes do nothing. At 100 % the page is wider than the view.
+TEST_F(ViewerControl, numeric_pad_codes_scroll) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    ASSERT_EQ(AnzeigeZoom(1), 1);
+    ASSERT_EQ(AnzeigeZoom(1), 1);
+    ASSERT_TRUE(viewerStatus().contains(QStringLiteral("100 %")));
+    const QSize view = grabPageArea().size();
+    const QRect start = blue();
+    ASSERT_FALSE(start.isEmpty());
+
+    ASSERT_EQ(AnzeigeTaste(6), 1);
+    EXPECT_EQ(blue(), start.translated(-(view.width() / 4), 0));
+    ASSERT_EQ(AnzeigeTaste(4), 1);
+    EXPECT_EQ(blue(), start);
+    ASSERT_EQ(AnzeigeTaste(2), 1);
+    EXPECT_EQ(blue(), start.translated(0, -(view.height() / 4)));
+    ASSERT_EQ(AnzeigeTaste(8), 1);
+    EXPECT_EQ(blue(), start);
+
+    EXPECT_EQ(AnzeigeTaste(5), 0);
+    EXPECT_EQ(AnzeigeTaste(0), 0);
+    EXPECT_EQ(AnzeigeTaste(66), 0);
+    EXPECT_EQ(blue(), start);
+}
+
+// At the page's top left corner there is nothing further up or left to show.
+TEST_F(ViewerControl, scrolling_stops_at_the_page_edge) {
+    const QString path =
+        writeTiff(dir, QStringLiteral("ecke.tif"), {makePage(PageKind::Colour, {{QRect(0, 0, 120, 60), blockBlue}})});
+    ASSERT_EQ(show(path, QRect(0, 0, 120, 60)), 1);
+    const QRect start = blue();
+    EXPECT_EQ(AnzeigeTaste(8), 0);
+    EXPECT_EQ(AnzeigeTaste(4), 0);
+    EXPECT_EQ(blue(), start);
+    EXPECT_EQ(AnzeigeTaste(2), 1);
+}
+
+// Each step zooms by about 1.41 and keeps the marked field in sight (vertically where it was; the
+// page's left edge is near), and the steps end at both sides.
+TEST_F(ViewerControl, zoom_steps_keep_the_field_in_sight) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    const QSize view = grabPageArea().size();
+    const QRect start = blue();
+    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("50 %")));
+
+    ASSERT_EQ(AnzeigeZoom(1), 1);
+    QRect now = blue();
+    EXPECT_NEAR(double(now.width()) / start.width(), 1.414, 0.03);
+    EXPECT_TRUE(whollyInside(now, view));
+    EXPECT_NEAR(now.center().y(), start.center().y(), 2);
+    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("71 %")));
+
+    ASSERT_EQ(AnzeigeZoom(0), 1);
+    EXPECT_EQ(blue(), start);
+    ASSERT_EQ(AnzeigeZoom(0), 1);
+    now = blue();
+    EXPECT_NEAR(double(now.width()) / start.width(), 0.707, 0.03);
+    EXPECT_TRUE(whollyInside(now, view));
+
+    EXPECT_EQ(AnzeigeZoom(2), 0);
+    EXPECT_EQ(AnzeigeZoom(-1), 0);
+    EXPECT_EQ(blue(), now);
+
+    int steps = 0;
+    while (AnzeigeZoom(1) == 1 && steps < 50)
+        ++steps;
+    EXPECT_GT(steps, 3);
+    EXPECT_LT(steps, 50) << "zooming in never ends";
+    steps = 0;
+    while (AnzeigeZoom(0) == 1 && steps < 50)
+        ++steps;
+    EXPECT_GT(steps, 6);
+    EXPECT_LT(steps, 50) << "zooming out never ends";
+}
+
+// A positive turn is clockwise: the wide block stands upright and the notch right of it comes to
+// lie below it; the mark turns with the page. A negative turn undoes it, another one turns
+// anticlockwise (notch above).
+TEST_F(ViewerControl, quarter_turns) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    const QRect start = blue();
+    ASSERT_GT(start.width(), start.height());
+    ASSERT_GT(green().left(), start.right());
+
+    ASSERT_EQ(AnzeigeDrehen(1), 1);
+    QRect b = blue(), g = green();
+    ASSERT_FALSE(b.isEmpty());
+    ASSERT_FALSE(g.isEmpty());
+    EXPECT_GT(b.height(), b.width());
+    EXPECT_GT(g.top(), b.bottom());
+    EXPECT_TRUE(g.left() >= b.left() && g.right() <= b.right());
+    const QImage turned = grabPageArea();
+    EXPECT_TRUE(isMarkRed(turned.pixel(b.left() - 3, b.center().y())));
+    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("90°")));
+
+    ASSERT_EQ(AnzeigeDrehen(-1), 1);
+    EXPECT_EQ(blue(), start);
+    ASSERT_EQ(AnzeigeDrehen(-1), 1);
+    b = blue();
+    g = green();
+    EXPECT_GT(b.height(), b.width());
+    EXPECT_LT(g.bottom(), b.top());
+    EXPECT_EQ(AnzeigeDrehen(0), 0);
+}
+
+// Inversion turns paper black and dark ink light; the red mark stays red; a second call restores
+// the page exactly.
+TEST_F(ViewerControl, inversion) {
+    const QString path = writeTiff(dir, QStringLiteral("grau.tif"), {standardPage(PageKind::Grey)});
+    ASSERT_EQ(show(path, surnameBlock), 1);
+    const QImage normal = grabPageArea();
+    const QRect block = boxOf(normal, isDarkInk);
+    ASSERT_FALSE(block.isEmpty());
+    const QPoint inside = block.center();
+    const QPoint paper(block.center().x(), block.bottom() + 30);
+    ASSERT_TRUE(isPaper(normal.pixel(paper)));
+    const int inkGrey = qGray(normal.pixel(inside));
+
+    ASSERT_EQ(AnzeigeInvert(), 1);
+    const QImage inverted = grabPageArea();
+    EXPECT_NEAR(qGray(inverted.pixel(inside)), 255 - inkGrey, 2);
+    EXPECT_LT(qGray(inverted.pixel(paper)), 10);
+    EXPECT_TRUE(isMarkRed(inverted.pixel(block.left() - 3, inside.y())));
+    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("invertiert")));
+
+    ASSERT_EQ(AnzeigeInvert(), 1);
+    EXPECT_EQ(grabPageArea(), normal);
+}
+
+// A new image starts upright and not inverted; the zoom is kept.
+TEST_F(ViewerControl, new_image_starts_upright_with_the_zoom_kept) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    ASSERT_EQ(AnzeigeZoom(1), 1);
+    ASSERT_EQ(AnzeigeDrehen(1), 1);
+    ASSERT_EQ(AnzeigeInvert(), 1);
+    const QString other = writeTiff(dir, QStringLiteral("neu.tif"), {standardPage(PageKind::Colour)});
+    ASSERT_EQ(show(other, surnameBlock), 1);
+    const QRect b = blue();
+    EXPECT_GT(b.width(), b.height());
+    EXPECT_TRUE(isPaper(grabPageArea().pixel(b.center().x(), b.bottom() + 30)));
+    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("71 %")));
+}
+
+// Full screen shows the whole page with the mark until Escape; other keys do not end it.
+TEST_F(ViewerControl, full_screen_until_escape) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    QImage seen;
+    bool wasFullScreen = false, survivedOtherKey = false;
+    QTimer::singleShot(50, [&] {
+        QWidget* view = fullScreenView();
+        if (!view)
+            return;
+        wasFullScreen = view->isFullScreen();
+        seen = view->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        QTest::keyClick(view, Qt::Key_A);
+        survivedOtherKey = fullScreenView() != nullptr;
+        QTest::keyClick(view, Qt::Key_Escape);
+    });
+    QTimer::singleShot(5000, [] { Schliessen(); }); // a safety net: never hang the suite
+    ASSERT_EQ(AnzeigeVoll(), 1);
+    EXPECT_TRUE(wasFullScreen);
+    EXPECT_TRUE(survivedOtherKey);
+    EXPECT_EQ(fullScreenView(), nullptr);
+
+    ASSERT_FALSE(seen.isNull());
+    const QRect paper = boxOf(seen, isPaper);
+    EXPECT_NEAR(double(paper.height()) / paper.width(), 2339.0 / 1654.0, 0.02) << "the whole page";
+    EXPECT_TRUE(paper.top() <= 1 || paper.left() <= 1) << "fitted to the screen";
+    const QImage page = seen.copy(paper);
+    const QRect b = boxOf(page, isBlockBlue);
+    const QRect other = boxOf(page, isDarkInk);
+    ASSERT_FALSE(b.isEmpty());
+    ASSERT_FALSE(other.isEmpty());
+    EXPECT_GT(other.top(), b.bottom());
+    EXPECT_TRUE(isMarkRed(page.pixel(b.left() - 3, b.center().y())));
+}
+
+// A mouse click ends full screen as well; afterwards the viewer window still shows its page.
+TEST_F(ViewerControl, full_screen_until_click) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    const QRect before = blue();
+    bool clicked = false;
+    QTimer::singleShot(50, [&] {
+        if (QWidget* view = fullScreenView()) {
+            clicked = true;
+            QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(20, 20));
+        }
+    });
+    QTimer::singleShot(5000, [] { Schliessen(); });
+    ASSERT_EQ(AnzeigeVoll(), 1);
+    EXPECT_TRUE(clicked);
+    EXPECT_EQ(fullScreenView(), nullptr);
+    EXPECT_EQ(blue(), before);
+}
+
+// After Schliessen the last image can still be shown full screen (the main window does that with
+// the display switched off); Schliessen during full screen ends it.
+TEST_F(ViewerControl, full_screen_after_close_and_closed_by_schliessen) {
+    ASSERT_EQ(show(colourPath, surnameBlock), 1);
+    ASSERT_EQ(Schliessen(), 1);
+    bool shown = false;
+    QTimer::singleShot(50, [&] {
+        shown = fullScreenView() != nullptr;
+        EXPECT_EQ(Schliessen(), 1);
+    });
+    QTimer::singleShot(5000, [] { Schliessen(); });
+    ASSERT_EQ(AnzeigeVoll(), 1);
+    EXPECT_TRUE(shown);
+    EXPECT_EQ(fullScreenView(), nullptr);
+    EXPECT_FALSE(viewerWindow()->isVisible());
+}
+
+} // namespace

@@ -1,0 +1,145 @@
+// Page generation and window probing for the viewer tests.
+#include "ViewerPages.h"
+
+#include "TiffWriter.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QLabel>
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr double inchesPerMetre = 39.3700787;
+const QString viewerCaption = QStringLiteral("ZV-Beleg Image Viewer");
+
+} // namespace
+
+QImage makePage(PageKind kind, const QList<Block>& blocks, QSize size, int dpi) {
+    QImage page(size, kind == PageKind::Colour ? QImage::Format_RGB32 : QImage::Format_Grayscale8);
+    page.fill(Qt::white);
+    {
+        QPainter p(&page);
+        for (const Block& b : blocks) {
+            QColor c = b.colour;
+            if (kind == PageKind::Grey) // dark greys, well apart from paper and from the view's background
+                c = QColor(qGray(c.rgb()) / 2, qGray(c.rgb()) / 2, qGray(c.rgb()) / 2);
+            if (kind == PageKind::Bitonal)
+                c = Qt::black;
+            p.fillRect(b.rect, c);
+        }
+    }
+    if (kind == PageKind::Bitonal)
+        page = page.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
+    const int dotsPerMetre = qRound(dpi * inchesPerMetre);
+    page.setDotsPerMeterX(dotsPerMetre);
+    page.setDotsPerMeterY(dotsPerMetre);
+    return page;
+}
+
+QImage standardPage(PageKind kind) {
+    QList<Block> blocks{{surnameBlock, blockBlue}, {otherBlock, otherGrey}};
+    if (kind == PageKind::Colour)
+        blocks.append({notchBlock, notchGreen});
+    return makePage(kind, blocks);
+}
+
+QString writeTiff(const QTemporaryDir& dir, const QString& name, const QList<QImage>& pages) {
+    const QString path = dir.filePath(name);
+    QString error;
+    EXPECT_TRUE(writeTiffPages(path, pages, &error)) << error.toStdString();
+    return path;
+}
+
+const char* kindName(PageKind kind) {
+    switch (kind) {
+    case PageKind::Bitonal:
+        return "Bitonal";
+    case PageKind::Grey:
+        return "Grey";
+    case PageKind::Colour:
+        return "Colour";
+    }
+    return "?";
+}
+
+QWidget* viewerWindow() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->windowTitle() == viewerCaption)
+            return w;
+    return nullptr;
+}
+
+int viewerWindowCount() {
+    int count = 0;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->windowTitle() == viewerCaption)
+            ++count;
+    return count;
+}
+
+QWidget* fullScreenView() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->objectName() == QLatin1String("zvbkorFullScreen") && w->isVisible())
+            return w;
+    return nullptr;
+}
+
+QImage grabPageArea() {
+    QWidget* window = viewerWindow();
+    if (!window)
+        return {};
+    auto* area = window->findChild<QAbstractScrollArea*>();
+    if (!area)
+        return {};
+    return area->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QString viewerStatus() {
+    QWidget* window = viewerWindow();
+    auto* label = window ? window->findChild<QLabel*>() : nullptr;
+    return label ? label->text() : QString();
+}
+
+QRect boxOf(const QImage& image, const std::function<bool(QRgb)>& test) {
+    int left = image.width(), top = image.height(), right = -1, bottom = -1;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            if (test(line[x])) {
+                left = std::min(left, x);
+                right = std::max(right, x);
+                top = std::min(top, y);
+                bottom = std::max(bottom, y);
+            }
+        }
+    }
+    return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
+}
+
+bool whollyInside(const QRect& block, QSize view, int margin) {
+    return !block.isEmpty() && block.left() >= margin && block.top() >= margin &&
+           block.right() < view.width() - margin && block.bottom() < view.height() - margin;
+}
+
+bool isDarkInk(QRgb p) {
+    return qRed(p) < 64 && qGreen(p) < 64 && qBlue(p) < 64;
+}
+
+bool isBlockBlue(QRgb p) {
+    return qBlue(p) > 150 && qRed(p) < 90 && qGreen(p) < 120;
+}
+
+bool isNotchGreen(QRgb p) {
+    return qGreen(p) > 120 && qRed(p) < 80 && qBlue(p) < 90;
+}
+
+bool isMarkRed(QRgb p) {
+    return qRed(p) > 180 && qGreen(p) < 60 && qBlue(p) < 60;
+}
+
+bool isPaper(QRgb p) {
+    return qRed(p) > 235 && qGreen(p) > 235 && qBlue(p) > 235;
+}

@@ -1,0 +1,298 @@
+// Translation of windows: the keys of captions, text boxes, control arrays, tab pages, list entries
+// and tool tips, the design texts where no translation exists, and one statement per window.
+
+#include "lang/TranslateForm.h"
+#include "WindowTexts.h"
+#include "app/Database.h"
+#include "app/mdlDB.h"
+#include "ui/frmAbout.h"
+#include "ui/frmFehler.h"
+#include "ui/frmOptionen.h"
+#include "ui/frmTestNotiz.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSqlDriver>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <memory>
+#include <sqlite3.h>
+
+namespace {
+
+// Records every statement SQLite runs on this thread's connection while it lives.
+class StatementLog {
+public:
+    StatementLog() {
+        const QVariant handle = database().driver()->handle();
+        db_ = *static_cast<sqlite3* const*>(handle.constData());
+        sqlite3_trace_v2(db_, SQLITE_TRACE_STMT, &StatementLog::traced, this);
+    }
+    ~StatementLog() { sqlite3_trace_v2(db_, 0, nullptr, nullptr); }
+
+    // The statements that read or write table.
+    QStringList on(const QString& table) const { return statements_.filter(table, Qt::CaseInsensitive); }
+
+private:
+    static int traced(unsigned, void* context, void*, void* sql) {
+        static_cast<StatementLog*>(context)->statements_ << QString::fromUtf8(static_cast<const char*>(sql));
+        return 0;
+    }
+    sqlite3* db_;
+    QStringList statements_;
+};
+
+template <class W> W* add(QWidget* parent, const QString& name, int index = -1) {
+    auto* w = new W(parent);
+    w->setObjectName(name);
+    if (index >= 0)
+        w->setProperty("index", index);
+    parent->layout()->addWidget(w);
+    return w;
+}
+
+// A window with one control of every kind, its German design texts set as a form designer would.
+struct SampleForm {
+    SampleForm() {
+        form.setObjectName(QStringLiteral("frmA"));
+        form.setWindowTitle(QStringLiteral("Testfenster"));
+        new QVBoxLayout(&form);
+        auto* bar = add<QMenuBar>(&form, QStringLiteral("menuBar"));
+        menu = bar->addMenu(QStringLiteral("&Datei"));
+        menu->setObjectName(QStringLiteral("mnuDatei"));
+        quit = menu->addAction(QStringLiteral("&Beenden"));
+        quit->setObjectName(QStringLiteral("mpEnde"));
+        save = menu->addAction(QStringLiteral("&Speichern"));
+        save->setObjectName(QStringLiteral("mpSpeichern"));
+        label = add<QLabel>(&form, QStringLiteral("lblName"));
+        label->setText(QStringLiteral("Name:"));
+        edit = add<QLineEdit>(&form, QStringLiteral("txtName"));
+        edit->setText(QStringLiteral("Vorgabe"));
+        button0 = add<QPushButton>(&form, QStringLiteral("cmdX"), 0);
+        button0->setText(QStringLiteral("Null"));
+        button2 = add<QPushButton>(&form, QStringLiteral("cmdX"), 2);
+        button2->setText(QStringLiteral("Knopf"));
+        tabs = add<QTabWidget>(&form, QStringLiteral("tabMain"));
+        tabs->addTab(new QWidget, QStringLiteral("Erste"));
+        tabs->addTab(new QWidget, QStringLiteral("Zweite"));
+        combo = add<QComboBox>(&form, QStringLiteral("cboWahl"));
+        combo->addItems({"null", "eins", "zwei", "drei", "vier"});
+        combo->setCurrentIndex(3);
+        list = add<QListWidget>(&form, QStringLiteral("lstA"));
+        list->addItems({"a", "b"});
+        list->setCurrentRow(1);
+        frame = add<QGroupBox>(&form, QStringLiteral("fraRahmen"));
+        frame->setTitle(QStringLiteral("Rahmen"));
+        untranslated = add<QCheckBox>(&form, QStringLiteral("chkOhne"));
+        untranslated->setText(QString::fromUtf8("ohne Übersetzung"));
+        untranslated->setToolTip(QStringLiteral("bleibt"));
+        // Another window owned by this one: it translates itself when it loads.
+        child = new QDialog(&form);
+        child->setObjectName(QStringLiteral("frmB"));
+        childLabel = new QLabel(QStringLiteral("Kind"), child);
+        childLabel->setObjectName(QStringLiteral("lblName"));
+    }
+
+    QWidget form;
+    QMenu* menu;
+    QAction* quit;
+    QAction* save;
+    QLabel* label;
+    QLineEdit* edit;
+    QPushButton* button0;
+    QPushButton* button2;
+    QTabWidget* tabs;
+    QComboBox* combo;
+    QListWidget* list;
+    QGroupBox* frame;
+    QCheckBox* untranslated;
+    QDialog* child;
+    QLabel* childLabel;
+};
+
+class TranslateFormTest : public WindowTest {
+protected:
+    void SetUp() override {
+        const char* rows[][3] = {
+            {"EN", "frmA_Caption", "Test window"},
+            {"EN", "frmA_lblName_Caption", "Customer:"},
+            {"EN", "frmA_lblName_ToolTipText", "Name of the customer"},
+            {"EN", "frmA_txtName_Text", "Default"},
+            {"EN", "frmA_cmdX(2)_Caption", "Button two"},
+            {"EN", "frmA_cmdX_Caption", "not for array members"},
+            {"EN", "FRMA_CMDX(0)_caption", "Button zero"},
+            {"EN", "frmA_tabMain(1)_Caption", "First"},
+            {"EN", "frmA_tabMain(2)_Caption", "Second"},
+            {"EN", "frmA_tabMain(2)_ToolTipText", "The second page"},
+            {"EN", "frmA_cboWahl_List(0)", "zero"},
+            {"EN", "frmA_cboWahl_List(3)", "three"},
+            {"EN", "frmA_lstA_List(1)", "bee"},
+            {"EN", "frmA_fraRahmen_Caption", ""},
+            {"EN", "frmA_mnuDatei_Caption", "&File"},
+            {"EN", "frmA_mpEnde_Caption", "E&xit"},
+            {"EN", "frmA_mpEnde_ToolTipText", "Quit the program"},
+            {"EN", "frmA_mpSpeichern_Caption", "&Save"},
+            {"EN", "frmB_lblName_Caption", "Child"},
+            {"DE", "frmA_lblName_Caption", "Kundenname:"},
+        };
+        for (const auto& row : rows)
+            execSql(QStringLiteral("INSERT INTO sysTexts (Language_ID, Name, Text) VALUES (?,?,?)"),
+                    {QString::fromUtf8(row[0]), QString::fromUtf8(row[1]), QString::fromUtf8(row[2])});
+        execSql(QStringLiteral("INSERT INTO sysTexts (Language_ID, Name, Text) VALUES ('EN', 'frmA_chkOhne_Caption', "
+                               "NULL)"));
+        useLanguage(QStringLiteral("EN"));
+    }
+};
+
+TEST_F(TranslateFormTest, caption_controls_and_tool_tips_follow_the_language) {
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.form.windowTitle(), QStringLiteral("Test window"));
+    EXPECT_EQ(s.label->text(), QStringLiteral("Customer:"));
+    EXPECT_EQ(s.label->toolTip(), QStringLiteral("Name of the customer"));
+    EXPECT_EQ(s.edit->text(), QStringLiteral("Default"));
+    EXPECT_EQ(s.menu->title(), QStringLiteral("&File"));
+    EXPECT_EQ(s.menu->menuAction()->text(), QStringLiteral("&File")) << "the menu bar shows the new title";
+    EXPECT_EQ(s.quit->text(), QStringLiteral("E&xit"));
+    EXPECT_EQ(s.quit->toolTip(), QStringLiteral("Quit the program"));
+}
+
+TEST_F(TranslateFormTest, control_array_members_use_their_index) {
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.button2->text(), QStringLiteral("Button two"));
+    EXPECT_EQ(s.button0->text(), QStringLiteral("Button zero")) << "keys compare without regard to case";
+}
+
+TEST_F(TranslateFormTest, tab_pages_are_numbered_from_one) {
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.tabs->tabText(0), QStringLiteral("First"));
+    EXPECT_EQ(s.tabs->tabText(1), QStringLiteral("Second"));
+    EXPECT_EQ(s.tabs->tabToolTip(1), QStringLiteral("The second page"));
+    EXPECT_EQ(s.tabs->tabToolTip(0), QString());
+}
+
+TEST_F(TranslateFormTest, list_entries_are_numbered_from_zero_and_the_selection_shows_translated) {
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.combo->itemText(0), QStringLiteral("zero"));
+    EXPECT_EQ(s.combo->itemText(1), QStringLiteral("eins"));
+    EXPECT_EQ(s.combo->currentIndex(), 3);
+    EXPECT_EQ(s.combo->currentText(), QStringLiteral("three"));
+    EXPECT_EQ(s.list->item(1)->text(), QStringLiteral("bee"));
+    EXPECT_EQ(s.list->currentRow(), 1);
+}
+
+TEST_F(TranslateFormTest, missing_null_and_empty_translations_keep_the_design_text) {
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.untranslated->text(), QString::fromUtf8("ohne Übersetzung")) << "null text";
+    EXPECT_EQ(s.untranslated->toolTip(), QStringLiteral("bleibt")) << "no row";
+    EXPECT_EQ(s.frame->title(), QStringLiteral("Rahmen")) << "empty text";
+    // An action's tool tip that was never set follows its translated caption.
+    EXPECT_EQ(s.save->text(), QStringLiteral("&Save"));
+    EXPECT_EQ(s.save->toolTip(), QStringLiteral("Save"));
+}
+
+TEST_F(TranslateFormTest, a_language_without_rows_shows_every_design_text) {
+    SampleForm designed;
+    const QStringList design = visibleTexts(&designed.form);
+    useLanguage(QStringLiteral("FR"));
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(visibleTexts(&s.form), design);
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(TranslateFormTest, a_child_window_keeps_its_own_texts) {
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.childLabel->text(), QStringLiteral("Kind"));
+    TranslateForm(s.child);
+    EXPECT_EQ(s.childLabel->text(), QStringLiteral("Child"));
+}
+
+TEST_F(TranslateFormTest, a_window_is_translated_with_one_statement) {
+    SampleForm s;
+    {
+        StatementLog log;
+        TranslateForm(&s.form);
+        EXPECT_EQ(log.on(QStringLiteral("sysTexts")).size(), 1)
+            << log.on(QStringLiteral("sysTexts")).join('\n').toStdString();
+    }
+    // The options window has well over a hundred translatable texts.
+    frmOptionen options(nullptr, {});
+    StatementLog log;
+    TranslateForm(&options);
+    EXPECT_EQ(log.on(QStringLiteral("sysTexts")).size(), 1);
+    EXPECT_EQ(options.windowTitle(), QStringLiteral("Options"));
+}
+
+TEST_F(TranslateFormTest, an_unreadable_text_table_is_a_runtime_error_and_keeps_the_design) {
+    execSql(QStringLiteral("DROP TABLE sysTexts"));
+    SampleForm s;
+    TranslateForm(&s.form);
+    EXPECT_EQ(s.form.windowTitle(), QStringLiteral("Testfenster"));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(
+        messages.messages()[0].prompt.startsWith(QStringLiteral("Laufzeitfehler in Funktion 'TranslateForm()'")))
+        << messages.messages()[0].prompt.toStdString();
+}
+
+// The shipped texts: every English text of a window reaches a control, so no key is misspelt, and
+// the German rows repeat the design texts exactly.
+class ShippedTexts : public WindowTest {
+protected:
+    template <class Window> void expectComplete(const QString& form) {
+        useLanguage(QStringLiteral("DE"));
+        const QStringList german = visibleTexts(std::make_unique<Window>().get());
+        EXPECT_EQ(storedTexts(QStringLiteral("DE"), form).size(), storedTexts(QStringLiteral("EN"), form).size());
+        execSql(QStringLiteral("DELETE FROM sysTexts WHERE Language_ID='DE' AND substr(Name, 1, ?)=?"),
+                {form.size() + 1, form + QLatin1Char('_')});
+        EXPECT_EQ(visibleTexts(std::make_unique<Window>().get()), german) << form.toStdString() << " design texts";
+        useLanguage(QStringLiteral("EN"));
+        const QStringList english = visibleTexts(std::make_unique<Window>().get());
+        const QStringList stored = storedTexts(QStringLiteral("EN"), form);
+        EXPECT_GE(stored.size(), 2);
+        for (const QString& text : stored)
+            EXPECT_TRUE(english.contains(text)) << form.toStdString() << ": " << text.toStdString();
+    }
+};
+
+TEST_F(ShippedTexts, error_list) {
+    expectComplete<frmFehler>(QStringLiteral("frmFehler"));
+}
+
+TEST_F(ShippedTexts, test_copy_dialog) {
+    expectComplete<frmTestNotiz>(QStringLiteral("frmTestNotiz"));
+}
+
+TEST_F(ShippedTexts, about_window) {
+    expectComplete<frmAbout>(QStringLiteral("frmAbout"));
+}
+
+TEST_F(ShippedTexts, options_dialog) {
+    expectComplete<frmOptionen>(QStringLiteral("frmOptionen"));
+}
+
+TEST_F(ShippedTexts, every_window_text_exists_in_both_languages) {
+    QSqlQuery q = execSql(
+        QStringLiteral("SELECT Name FROM sysTexts a WHERE (Name LIKE 'frm*' OR Name LIKE 'Caption_*') AND NOT EXISTS "
+                       "(SELECT 1 FROM sysTexts b WHERE b.Name=a.Name AND b.Language_ID<>a.Language_ID)"));
+    QStringList lonely;
+    while (q.next())
+        lonely << q.value(0).toString();
+    EXPECT_TRUE(lonely.isEmpty()) << lonely.join(' ').toStdString();
+    EXPECT_GT(CountRows(QStringLiteral("*"), QStringLiteral("sysTexts"), QStringLiteral("Name LIKE 'frmMain_*'")), 100);
+}
+
+} // namespace

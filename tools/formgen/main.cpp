@@ -1,0 +1,54 @@
+// formgen: renders the demo form images from the demo form list, one bitonal group 4 TIFF per
+// form, named after its BMPName. The committed images under data/demo/home/images come from here;
+// run it again after changing the layout or the list.
+#include "DemoForms.h"
+#include "FormRenderer.h"
+#include "TiffWriter.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+
+#include <cstdio>
+
+int main(int argc, char* argv[]) {
+    // Drawing needs fonts but no display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Erzeugt die Bilder der Demo-Formulare."));
+    parser.addHelpOption();
+    const QString dataDir = QStringLiteral(VERIDON_DATA_DIR);
+    QCommandLineOption formsOption(QStringLiteral("forms"), QStringLiteral("Formularliste (TSV)."),
+                                   QStringLiteral("datei"), dataDir + QStringLiteral("/demo/forms.tsv"));
+    QCommandLineOption outOption(QStringLiteral("out"), QStringLiteral("Zielordner der Bilder."),
+                                 QStringLiteral("ordner"), dataDir + QStringLiteral("/demo/home/images"));
+    parser.addOption(formsOption);
+    parser.addOption(outOption);
+    parser.process(app);
+
+    QString error;
+    const QList<DemoForm> forms = readDemoForms(parser.value(formsOption), &error);
+    if (forms.isEmpty()) {
+        std::fprintf(stderr, "formgen: %s\n",
+                     qUtf8Printable(error.isEmpty() ? QStringLiteral("keine Formulare") : error));
+        return 1;
+    }
+    const QDir out(parser.value(outOption));
+    if (!QDir().mkpath(out.path())) {
+        std::fprintf(stderr, "formgen: Der Ordner '%s' kann nicht angelegt werden.\n", qUtf8Printable(out.path()));
+        return 1;
+    }
+    for (const DemoForm& form : forms) {
+        const QString path = out.filePath(form.bmpName);
+        const QImage page = renderForm(formlayout::layoutFor(form.typ), form.values);
+        if (!writeTiffPages(path, {page}, &error)) {
+            std::fprintf(stderr, "formgen: %s\n", qUtf8Printable(error));
+            return 1;
+        }
+        std::printf("%s  Vordruck %d  %lld KB\n", qUtf8Printable(path), form.typ, QFileInfo(path).size() / 1024);
+    }
+    return 0;
+}
