@@ -9,6 +9,8 @@
 #include "app/Progress.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "check/RecheckRecords.h"
+#include "model/FormModel.h"
 
 #include <QFileInfo>
 
@@ -83,6 +85,7 @@ qint16 ZVBAutoImport() {
     RunReported(QStringLiteral("ZVBAutoImport"), [&] {
         const QVector<RegistryEntry> entries = readRegistry();
         Progress& progress = appProgress();
+        bool definitionsChanged = false;
         for (const RegistryEntry& e : entries) {
             QString relative = e.fileName;
             relative.replace(QLatin1Char('\\'), QLatin1Char('/'));
@@ -114,6 +117,15 @@ qint16 ZVBAutoImport() {
             const int newCount = CountRows(QStringLiteral("*"), e.table, QString());
             progress.status(QString());
             judgeCounts(e.table, oldCount, newCount);
+            if (e.table.compare(QLatin1String("ZVBFelder"), Qt::CaseInsensitive) == 0)
+                definitionsChanged = true;
+        }
+        if (imported > 0) {
+            // The stored records were checked against the old master data; check them again. The
+            // checks need the field definitions, read afresh when they were among the new tables.
+            if (definitionsChanged || FelderArray().count() == 0)
+                FelderArray().Fill();
+            recheckRecords(-1);
         }
     });
     appProgress().status(QString());

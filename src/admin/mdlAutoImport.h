@@ -10,7 +10,9 @@
 // has none), in the registry's order: Vorbearbeitung, the delimited or fixed-width import, the new
 // VersionsDatum, Konverter, then the count judgement ("Msg_Autoimport_NoData", "..._NoDataAnymore",
 // "..._RecordCountDifference" for a change of more than ten per cent). Files that do not exist are
-// skipped silently. Returns the number of tables imported; failures are reported as
+// skipped silently. When any table was imported, every stored record is checked again (all fields)
+// and written back; the field definitions are filled first when none are held or ZVBFelder was
+// among the tables. Returns the number of tables imported; failures are reported as
 // "ZVBAutoImport()" and end the pass (what was imported stays).
 qint16 ZVBAutoImport();
 

@@ -30,3 +30,10 @@ void PrintReportPage(const QSqlRecord& record, qint32 reportId);
 // is true or null, else the installed printer named exactly Report_PrinterName (falling back to the
 // default, with a log line, when it is gone). False, with a log line, when there is no printer.
 bool SelectPrinter();
+
+// The print command for the record in hand: WerteArray() holds the row whose LfdNr is lfdNr (the
+// record on screen). All fields are checked first; while a field fails (an error; warnings do not
+// stop it), "Msg_PrintDataUnchecked" is shown and nothing is printed. Otherwise the record is
+// stored and its report printed (PrintRecord); its workflow state stays. Returns false when the
+// print was refused or a failure was reported ("PrintCommand()").
+bool PrintCommand(qint32 lfdNr);

@@ -2,6 +2,7 @@
 // rows, and what the operator is told about the counts.
 
 #include "HomeTest.h"
+#include "RecordRows.h"
 #include "admin/mdlAutoImport.h"
 #include "app/Database.h"
 #include "app/Home.h"
@@ -199,6 +200,57 @@ TEST_F(AutoImport, missing_files_are_skipped_silently_and_an_unknown_table_is_re
     EXPECT_EQ(ZVBAutoImport(), 0);
     EXPECT_TRUE(messages.saw("ZVBAutoImport()"));
     EXPECT_TRUE(messages.saw("sysGibtsNicht"));
+}
+
+} // namespace
+
+namespace {
+
+class AutoImportRecheck : public AutoImport {
+protected:
+    // A stored record in correction with the demo values of form index and the given state.
+    qint32 storedRecord(int index, const QString& state) {
+        RowValues row = demoForm(index);
+        row.insert("STATE", state);
+        row.insert("Workflow_Status", 10);
+        row.insert("Korrigiert", 0);
+        return insertRecord(row);
+    }
+    QString statusOf(qint32 lfdNr) {
+        return GetValue("Fehlerhaft", "zvbWerte", QStringLiteral("LfdNr=%1").arg(lfdNr)).toString();
+    }
+    // The states file: every state of the master data, without dropped, with added.
+    void deliverStates(const QString& dropped, const QString& added, const QDateTime& modified) {
+        QStringList lines{"\"State_ID\";\"State_Name\";\"State_XmlType\""};
+        for (const QString& row : rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates"))
+            if (!row.startsWith(dropped + "|"))
+                lines << "\"" + row.split('|').join("\";\"") + "\"";
+        if (!added.isEmpty())
+            lines << "\"" + added + "\";\"Neu\";\"1\"";
+        deliver("stammdaten/staaten.txt", lines, modified);
+    }
+};
+
+TEST_F(AutoImportRecheck, stored_records_are_checked_again_against_the_new_master_data) {
+    registerDelimited("stammdaten/staaten.txt", "sysStates", "DELETE * FROM sysStates");
+    const qint32 kosovo = storedRecord(0, "XK");
+    const qint32 austria = storedRecord(1, "AT");
+    deliverStates("AT", "XK", at(15, 8, 0));
+    EXPECT_EQ(ZVBAutoImport(), 1);
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    // STATE is the third field of the status string.
+    EXPECT_EQ(statusOf(kosovo).mid(2, 1), "0") << "a state that the new list knows passes";
+    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", QStringLiteral("LfdNr=%1").arg(kosovo)).toInt(), 1);
+    EXPECT_EQ(statusOf(austria).mid(2, 1), "3") << "a state the new list dropped fails";
+    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", QStringLiteral("LfdNr=%1").arg(austria)).toInt(), 0);
+}
+
+TEST_F(AutoImportRecheck, without_an_import_the_stored_records_stay_as_they_are) {
+    registerDelimited("stammdaten/staaten_neu.txt", "sysStates", "DELETE * FROM sysStates"); // not delivered
+    const qint32 number = storedRecord(0, "XK");
+    execSql("UPDATE zvbWerte SET Fehlerhaft='unberührt'");
+    EXPECT_EQ(ZVBAutoImport(), 0);
+    EXPECT_EQ(statusOf(number), "unberührt");
 }
 
 } // namespace

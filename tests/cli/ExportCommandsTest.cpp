@@ -87,3 +87,36 @@ TEST(ExportCommands, housekeeping_runs_the_start_up_steps_and_notes_the_day) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(PrintCommand, prints_a_clean_record_and_refuses_a_faulty_one) {
+    TempHome home;
+    SetSysValue("Report_Other_Country", 3);
+    RowValues clean = demoForm(0);
+    clean.insert("Workflow_Status", 30);
+    const qint32 good = insertRecord(clean);
+    RowValues faulty = demoForm(1);
+    faulty.insert("CARD_ID", "8052800OOO");
+    const qint32 bad = insertRecord(faulty);
+
+    const CliRun run = runCli({"--home", home.dir(), "print", QString::number(good), "--pdf", home.path("berichte"),
+                               "--report", "stationaer"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, "2 Berichtsseite(n) als PDF in " + home.path("berichte") + "\n");
+    EXPECT_EQ(GetValue("Workflow_Status", "zvbWerte", QStringLiteral("LfdNr=%1").arg(good)).toInt(), 30);
+
+    const CliRun refused =
+        runCli({"--home", home.dir(), "print", QString::number(bad), "--pdf", home.path("berichte")});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.err.contains("Daten enthalten noch Fehler, Drucken nicht möglich!"))
+        << refused.err.toStdString();
+    EXPECT_EQ(QDir(home.path("berichte")).entryList(QDir::Files).size(), 2);
+
+    const CliRun missing = runCli({"--home", home.dir(), "print", "999"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_TRUE(missing.err.contains("999"));
+    EXPECT_EQ(runCli({"--home", home.dir(), "print"}).exitCode, 2);
+}
+
+} // namespace
