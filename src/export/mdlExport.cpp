@@ -196,6 +196,8 @@ void ExportRecord(const QSqlRecord& record) {
         if (activePass)
             activePass->commit();
         PrintRecord(record);
+        if (activePass)
+            activePass->begin();
     }
     ExportCleanup(record);
     if (activePass)
