@@ -126,8 +126,10 @@ void PrintReportPage(const QSqlRecord& record, qint32 reportId) {
     ReportPrinter& printer = reportPrinter();
     bool waiting = false;
     RunReported(QStringLiteral("PrintReportPage"), [&] {
-        const QVariant folderSetting = GetSysValue(QStringLiteral("Report_Pfad"));
-        const QString folder = folderSetting.isNull() ? homeDir() : withTrailingSlash(folderSetting.toString());
+        // Templates lie in the program folder unless a folder is set; an empty setting would name
+        // the working directory, which is no place the operator would look.
+        const QString folderSetting = GetSysText(QStringLiteral("Report_Pfad")).trimmed();
+        const QString folder = folderSetting.isEmpty() ? homeDir() : withTrailingSlash(folderSetting);
         const QString id = QString::number(reportId);
         const QString file =
             Nz(GetValue(QStringLiteral("Report_File"), QStringLiteral("sysReports"), QStringLiteral("Report_ID=") + id),
