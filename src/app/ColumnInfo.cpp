@@ -36,38 +36,33 @@ DaoType daoTypeOf(const QString& declaredType) {
 
 namespace {
 
-// Column lists already read on this thread's connection. The program reads single settings and
-// look-up values many times a second in batch work; the schema_version in the database header
-// changes with every CREATE, ALTER or DROP, from any connection, and then the lists are read again.
+// Look-ups read a table's columns for every value they fetch; the schema changes only through
+// execSql, which clears this cache.
 struct ColumnCache {
     quint64 generation = 0;
-    qint64 schemaVersion = -1;
-    QHash<QString, QVector<ColumnInfo>> tables;
+    QHash<QString, QVector<ColumnInfo>> tables; // lower-cased table name -> columns
 };
-
-qint64 schemaVersion() {
-    QSqlQuery q(database());
-    return q.exec(QStringLiteral("PRAGMA schema_version")) && q.next() ? q.value(0).toLongLong() : -1;
-}
+thread_local ColumnCache cache;
 
 } // namespace
 
+void forgetTableColumns() {
+    cache.tables.clear();
+}
+
 QVector<ColumnInfo> tableColumns(const QString& table) {
-    thread_local ColumnCache cache;
-    const qint64 version = schemaVersion();
-    if (cache.generation != connectionGeneration() || cache.schemaVersion != version) {
+    static const QRegularExpression sizePattern(QStringLiteral("\\(\\s*(\\d+)\\s*\\)"));
+    QSqlDatabase db = database();
+    if (cache.generation != connectionGeneration()) {
         cache.tables.clear();
         cache.generation = connectionGeneration();
-        cache.schemaVersion = version;
     }
     const QString key = table.toLower();
-    const auto cached = cache.tables.constFind(key);
-    if (cached != cache.tables.constEnd())
-        return cached.value();
-
-    static const QRegularExpression sizePattern(QStringLiteral("\\(\\s*(\\d+)\\s*\\)"));
+    const auto hit = cache.tables.constFind(key);
+    if (hit != cache.tables.constEnd())
+        return hit.value();
     QVector<ColumnInfo> columns;
-    QSqlQuery q(database());
+    QSqlQuery q(db);
     // PRAGMA arguments cannot be bound; the name is quoted as a string literal instead.
     if (!q.exec(QStringLiteral("PRAGMA table_info(%1)").arg(sqlQuote(table))))
         return columns;
@@ -83,8 +78,7 @@ QVector<ColumnInfo> tableColumns(const QString& table) {
         }
         columns.push_back(c);
     }
-    if (!columns.isEmpty())
-        cache.tables.insert(key, columns);
+    cache.tables.insert(key, columns);
     return columns;
 }
 

@@ -31,8 +31,12 @@ struct ColumnInfo {
 // The column type for a declared SQLite type ("VARCHAR(40)", "SMALLINT", "BOOLEAN", ...).
 DaoType daoTypeOf(const QString& declaredType);
 
-// The columns of table in table order; empty when the table does not exist.
+// The columns of table in table order; empty when the table does not exist. Answers from a cache
+// kept per connection; statements that change the schema through execSql clear it.
 QVector<ColumnInfo> tableColumns(const QString& table);
+
+// Forgets the cached columns of every table (after CREATE, ALTER or DROP).
+void forgetTableColumns();
 
 // Index of the column called name (compared without regard to case), or -1.
 int indexOfColumn(const QVector<ColumnInfo>& columns, const QString& name);

@@ -5,6 +5,7 @@
 #include "mdlDB.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QThread>
@@ -103,6 +104,16 @@ void createDatabaseFile(const QString& path) {
     openConnection(path);
 }
 
+namespace {
+// A statement that may change a table's columns; the column cache must not outlive it.
+void noteSchemaChange(const QString& sql) {
+    static const QRegularExpression ddl(QStringLiteral("^\\s*(CREATE|ALTER|DROP)\\b"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    if (ddl.match(sql).hasMatch())
+        forgetTableColumns();
+}
+} // namespace
+
 QSqlQuery prepareSql(const QString& jetSql) {
     const QString sql = translateJet(jetSql);
     QSqlQuery q(database());
@@ -122,7 +133,9 @@ QSqlQuery execSql(const QString& jetSql, const QVariantList& bindValues) {
     QSqlQuery q(database());
     q.setForwardOnly(true);
     if (bindValues.isEmpty()) {
-        if (!q.exec(sql))
+        const bool ok = q.exec(sql);
+        noteSchemaChange(sql);
+        if (!ok)
             throw errorFrom(q.lastError(), jetSql);
         return q;
     }

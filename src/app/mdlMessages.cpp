@@ -18,12 +18,30 @@ QString lineBreaks(QString text) {
 }
 
 // The stored text for key in the current language, or null when there is none or it cannot be read.
+// Texts are looked up for every message and every checked field's name, so the statement is
+// prepared once per connection; the rows themselves are read each time.
 QVariant lookupText(const QString& key) {
+    struct Statement {
+        quint64 generation = 0;
+        QSqlQuery query;
+    };
+    thread_local Statement statement;
     try {
-        const QString condition =
-            QStringLiteral("Language_ID=%1 AND Name=%2").arg(sqlQuote(GetLanguage()), sqlQuote(key));
-        return GetValue(QStringLiteral("Text"), QStringLiteral("sysTexts"), condition);
+        const QString language = GetLanguage();
+        database();
+        if (statement.generation != connectionGeneration()) {
+            statement.query = prepareSql(
+                QStringLiteral("SELECT Text FROM sysTexts WHERE Language_ID=? AND Name=? ORDER BY rowid LIMIT 1"));
+            statement.generation = connectionGeneration();
+        }
+        statement.query.bindValue(0, language);
+        statement.query.bindValue(1, key);
+        execPrepared(statement.query);
+        const QVariant text = statement.query.next() ? statement.query.value(0) : QVariant();
+        statement.query.finish();
+        return text;
     } catch (const std::exception&) {
+        statement.generation = 0;
         return QVariant();
     }
 }

@@ -66,13 +66,22 @@ QVariant dateValue(const QString& text) {
 
 bool ZVBWerteArray::Fill(const QSqlQuery& record) {
     const QSqlRecord r = record.record();
-    names_.clear();
-    lowerNames_.clear();
+    // Records of one table come one after another: keep the names when they are the same.
+    bool sameColumns = r.count() == names_.size();
+    for (int i = 0; sameColumns && i < r.count(); ++i)
+        sameColumns = r.fieldName(i) == names_[i];
+    if (!sameColumns) {
+        names_.clear();
+        lowerNames_.clear();
+        for (int i = 0; i < r.count(); ++i) {
+            names_ << r.fieldName(i);
+            lowerNames_ << r.fieldName(i).toLower();
+        }
+    }
     values_.clear();
+    values_.reserve(r.count());
     cursor_ = 0;
     for (int i = 0; i < r.count(); ++i) {
-        names_ << r.fieldName(i);
-        lowerNames_ << r.fieldName(i).toLower();
         const QVariant v = record.value(i);
         values_ << (v.isNull() ? QString() : v.toString());
     }
@@ -147,20 +156,19 @@ void ZVBWerteArray::EmptyArray(qint32 number) {
 }
 
 void ZVBWerteArray::writeBack(qint32 number, bool emptying) {
-    if (CountRows(QStringLiteral("LfdNr"), GetValuesTable(), QStringLiteral("LfdNr=") + QString::number(number)) == 0) {
-        ShowMessage(emptying ? Msg::WerteArrayNoRecord : Msg::WerteArrayNoRecord2, MsgBox::OKOnly, {number});
-        return;
-    }
     WriteStatement& statement = writeStatement();
     QSqlQuery& update = statement.update;
     // A column that is not in hand, or whose type cannot be written, keeps its stored value: the
     // current value is bound back.
     QVector<int> keep;
+    QStringList unsupported;
     int position = 0;
     for (const int c : std::as_const(statement.written)) {
         const ColumnInfo& column = statement.columns[c];
-        const int held = indexOf(column.name);
-        if (held < 0) { // not in hand: the stored value stays
+        // Values filled from the whole row sit at the column's own index.
+        const int held =
+            c < names_.size() && names_[c].compare(column.name, Qt::CaseInsensitive) == 0 ? c : indexOf(column.name);
+        if (held < 0) {
             keep << position;
             update.bindValue(position++, QVariant());
             continue;
@@ -185,18 +193,26 @@ void ZVBWerteArray::writeBack(qint32 number, bool emptying) {
             value = ToFlag(text, false) ? 1 : 0;
             break;
         default:
-            ShowMessage(emptying ? Msg::WerteArrayDatatype : Msg::WerteArrayDatatype2, MsgBox::OKOnly, {column.name});
+            unsupported << column.name;
             keep << position;
             break;
         }
         update.bindValue(position++, value);
     }
+    update.bindValue(position, number);
+    const auto reportMissing = [&] {
+        ShowMessage(emptying ? Msg::WerteArrayNoRecord : Msg::WerteArrayNoRecord2, MsgBox::OKOnly, {number});
+    };
     if (!keep.isEmpty()) {
         QSqlQuery current = execSql(QStringLiteral("SELECT * FROM %1 WHERE LfdNr=?").arg(GetValuesTable()), {number});
-        current.next();
+        if (!current.next())
+            return reportMissing();
         for (const int p : std::as_const(keep))
             update.bindValue(p, current.value(statement.written[p]));
+        for (const QString& name : std::as_const(unsupported))
+            ShowMessage(emptying ? Msg::WerteArrayDatatype : Msg::WerteArrayDatatype2, MsgBox::OKOnly, {name});
     }
-    update.bindValue(position, number);
     execPrepared(update);
+    if (update.numRowsAffected() == 0)
+        reportMissing();
 }

@@ -212,6 +212,7 @@ protected:
     qint32 storedRecord(int index, const QString& state) {
         RowValues row = demoForm(index);
         row.insert("STATE", state);
+        row.insert("FORM_ID", "E111");
         row.insert("Workflow_Status", 10);
         row.insert("Korrigiert", 0);
         return insertRecord(row);

@@ -15,9 +15,9 @@ void storeTwoCards() {
     const QString insert =
         "INSERT INTO zvbWerte (BMPName, TYP, SCANDAT, FORM_ID, STATE, NACHNAME, VORNAME, GEBDAT, PERSONAL_ID,"
         " INSTITUT_ID, CARD_ID, CARD_EXPIRY, Korrigiert, Workflow_Status) VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
-    execSql(insert, {"31901001.tif", "4", "15.11.2026", "EHIC", "AT", "Huber", "Maria", "03.07.1961", "1234030761",
+    execSql(insert, {"31901001.tif", "4", "15.11.2026", "E-111N", "AT", "Huber", "Maria", "03.07.1961", "1234030761",
                      "1100 - OEGK", "80040001234567890123", "31.12.2029", 0, 10});
-    execSql(insert, {"31901002.tif", "4", "15.11.2026", "EHIC", "NL", "de Vr?es", "Jan Pieter", "22.02.1985",
+    execSql(insert, {"31901002.tif", "4", "15.11.2026", "E-111N", "NL", "de Vr?es", "Jan Pieter", "22.02.1985",
                      "123456782", "3311 - Zilveren Kruis", "8052800001234567890I", "15.06.2028", 1, 10});
     closeDatabase();
 }

@@ -18,7 +18,7 @@ QVariantMap huber() {
     return {{"BMPName", "31901001.tif"},
             {"TYP", "4"},
             {"SCANDAT", "15.11.2026"},
-            {"FORM_ID", "EHIC"},
+            {"FORM_ID", "E-111N"},
             {"STATE", "AT"},
             {"NACHNAME", "Huber"},
             {"VORNAME", "Maria"},

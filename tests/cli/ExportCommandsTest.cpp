@@ -94,6 +94,7 @@ TEST(PrintCommand, prints_a_clean_record_and_refuses_a_faulty_one) {
     TempHome home;
     SetSysValue("Report_Other_Country", 3);
     RowValues clean = demoForm(0);
+    clean.insert("FORM_ID", "E111");
     clean.insert("Workflow_Status", 30);
     const qint32 good = insertRecord(clean);
     RowValues faulty = demoForm(1);

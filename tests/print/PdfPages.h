@@ -2,7 +2,6 @@
 // tools, as a person checking a printout would (page size, words and where they stand, fonts).
 #pragma once
 
-#include <QGuiApplication>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QString>
@@ -64,14 +63,4 @@ inline QVector<PdfPage> readPdf(const QString& path) {
 // Millimetres on the page in PDF points.
 inline double points(double mm) {
     return mm * 72.0 / 25.4;
-}
-
-// Painting needs a Qt Gui application; one is made for the whole test program on first use.
-inline void ensureGuiApplication() {
-    if (QGuiApplication::instance())
-        return;
-    static int argc = 1;
-    static char name[] = "test_print";
-    static char* argv[] = {name, nullptr};
-    static QGuiApplication app(argc, argv);
 }

@@ -23,6 +23,7 @@ protected:
     }
     qint32 inCorrection(int index, const RowValues& changes = {}) {
         RowValues row = demoForm(index);
+        row.insert("FORM_ID", "E111");
         row.insert("Workflow_Status", 30);
         row.insert("Workflow_KorrID", 1);
         for (auto it = changes.begin(); it != changes.end(); ++it)

@@ -15,7 +15,6 @@
 class PrintFixture : public HomeTest {
 protected:
     PrintFixture() : pdf(home.path(QStringLiteral("berichte"))) {
-        ensureGuiApplication();
         setReportPrinter(&pdf);
         setReportChoice(&choice);
     }

@@ -1,4 +1,5 @@
-// The windows' test program: a QApplication on Qt's offscreen platform around GoogleTest.
+// The main of every test program that needs windows, fonts or painting: a QApplication on Qt's
+// offscreen platform around GoogleTest.
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -22,7 +23,10 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // A private runtime folder (made 0700), so Qt does not complain about a shared one.
     QTemporaryDir runtime;
-    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR") && runtime.isValid()) {
+        QFile::setPermissions(runtime.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    }
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
