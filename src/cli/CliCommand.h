@@ -29,6 +29,7 @@ struct CliCommand {
     const char* summary; // one line for --help
     int (*run)(CliContext&);
     bool needsDatabase = true; // false: runs before a data.mdb exists
+    bool needsGui = false;     // true: paints (reports), so it runs with a Qt Gui application
 };
 
 class CliRegistry {

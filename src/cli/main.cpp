@@ -7,7 +7,9 @@
 #include "app/mdlMessages.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -28,10 +30,34 @@ void printHelp(QTextStream& out) {
     out << "\nExit-Code: 0 Erfolg, 1 gemeldeter Fehler, 2 falscher Aufruf.\n";
 }
 
+// The command named on the command line (the first word after the options), or nullptr.
+const CliCommand* commandOf(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const QString word = QString::fromLocal8Bit(argv[i]);
+        if (word == QLatin1String("--home"))
+            ++i;
+        else if (!word.startsWith(QLatin1String("--")))
+            return CliRegistry::find(word);
+    }
+    return nullptr;
+}
+
+// Commands that paint reports need fonts and therefore a Qt Gui application; the command line never
+// shows a window, so it does without a display.
+std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
+    const CliCommand* command = commandOf(argc, argv);
+    if (command && command->needsGui) {
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        return std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return std::make_unique<QCoreApplication>(argc, argv);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication app(argc, argv);
+    const std::unique_ptr<QCoreApplication> app = makeApplication(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("veridon-cli"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VERIDON_VERSION));
     QTextStream out(stdout);

@@ -1,0 +1,82 @@
+#include "mdlStart.h"
+
+#include "Clock.h"
+#include "Database.h"
+#include "mdlDB.h"
+#include "mdlMessages.h"
+
+#include "admin/mdlAutoImport.h"
+#include "admin/mdlBackup.h"
+#include "model/FormModel.h"
+
+namespace {
+
+// The start routine's own failures are shown directly, without a log line, as the log may be the
+// very thing that cannot be reached yet.
+void reportStartFailure(const std::exception& error) {
+    int number = ErrorNumber::InvalidArgument;
+    QString description = QString::fromLocal8Bit(error.what());
+    if (const auto* v = dynamic_cast<const VeridonError*>(&error)) {
+        number = v->number();
+        description = v->description();
+    }
+    messagePresenter().show(GetText(Msg::RuntimeErr, {QStringLiteral("MAIN()"), number, description}), MsgBox::Critical,
+                            productName());
+}
+
+template <class Step> void runStartStep(Step&& step) {
+    try {
+        step();
+    } catch (const std::exception& e) {
+        reportStartFailure(e);
+    }
+}
+
+} // namespace
+
+FieldColours& ProgramColours() {
+    static FieldColours colours;
+    return colours;
+}
+
+void LoadColours() {
+    FieldColours loaded;
+    try {
+        for (const ColourSetting& setting : colourSettings) {
+            const QVariant stored = GetValue(QLatin1String(setting.column), QStringLiteral("zvbSys"), QString());
+            const QString text = stored.isNull() ? QLatin1String(setting.defaultText) : stored.toString();
+            loaded.*setting.member = parseColourText(text);
+        }
+    } catch (const std::exception& e) {
+        int number = ErrorNumber::InvalidArgument;
+        QString description = QString::fromLocal8Bit(e.what());
+        if (const auto* v = dynamic_cast<const VeridonError*>(&e)) {
+            number = v->number();
+            description = v->description();
+        }
+        ShowMessage(Msg::ColorDefaults, MsgBox::Information, {number, description});
+        loaded = FieldColours();
+    }
+    ProgramColours() = loaded;
+}
+
+void DBAufraeumen() {
+    RunReported(QStringLiteral("DBAufraeumen"), [] {
+        const QVariant stored = GetValue(QStringLiteral("APP_LastOpened"), QStringLiteral("zvbSys"), QString());
+        const QDateTime lastOpened = ToDateTime(stored);
+        const QDate today = appClock().today();
+        if (stored.isNull() || stored.toString().isEmpty() || !lastOpened.isValid() || lastOpened.date() < today)
+            BackupCleanup();
+        else if (lastOpened.date() > today)
+            ShowMessage(Msg::WarningLastOpened, MsgBox::Critical);
+        execSql(QStringLiteral("UPDATE zvbSys SET APP_LastOpened=Now()"));
+    });
+}
+
+void RunStartupSteps() {
+    runStartStep([] { FelderArray().Fill(); });
+    runStartStep([] { WerteArray().Clear(); });
+    LoadColours();
+    runStartStep([] { DBAufraeumen(); });
+    runStartStep([] { ZVBAutoImport(); });
+}

@@ -1,0 +1,38 @@
+// veridon-cli export: the export pass over every accepted record, printing reports on the printer
+// or into PDF files.
+
+#include "CliCommand.h"
+#include "ReportOptions.h"
+#include "app/mdlDB.h"
+#include "export/mdlExport.h"
+
+namespace {
+
+int countReady() {
+    return CountRows(QStringLiteral("*"), GetValuesTable(), QStringLiteral("Workflow_Status=20 OR Workflow_Status=40"));
+}
+
+int runExport(CliContext& c) {
+    const CliCommand& self = *CliRegistry::find(QStringLiteral("export"));
+    ReportOptions options;
+    QString problem;
+    if (!options.parse(c.args, problem))
+        return usageError(c, self, problem);
+    if (!c.args.isEmpty())
+        return usageError(c, self, QStringLiteral("unerwartetes Argument '%1'").arg(c.args.first()));
+    options.install();
+    const int errorsBefore = c.presenter.errorCount();
+    const int ready = countReady();
+    ExportZVBWerte();
+    const int exported = ready - countReady();
+    c.out << exported << " Datensatz/Datensätze exportiert nach " << GetSysText(QStringLiteral("Export_Pfad")) << '\n';
+    if (!options.pdfFolder().isEmpty())
+        c.out << options.pdfFiles().size() << " Berichtsseite(n) als PDF in " << options.pdfFolder() << '\n';
+    return c.presenter.errorCount() > errorsBefore ? Exit::Failure : Exit::Ok;
+}
+
+const CliRegistration registration({"export", reportOptionsUsage,
+                                    "exportiert alle übergebenen Datensätze als XML und druckt die Berichte", runExport,
+                                    true, true});
+
+} // namespace

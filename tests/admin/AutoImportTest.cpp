@@ -1,0 +1,257 @@
+// The automatic import of master-data files at start: when a file is taken, how its lines become
+// rows, and what the operator is told about the counts.
+
+#include "HomeTest.h"
+#include "RecordRows.h"
+#include "admin/mdlAutoImport.h"
+#include "app/Database.h"
+#include "app/Home.h"
+#include "app/MasterData.h"
+#include "app/TextFile.h"
+#include "app/mdlDB.h"
+
+#include <QFile>
+#include <QSqlRecord>
+
+namespace {
+
+class AutoImport : public HomeTest {
+protected:
+    AutoImport() { execSql("DELETE FROM zvbAutoImport"); }
+
+    // Registers a delimited file (";" unless given, text delimiter '"', with a heading line).
+    void registerDelimited(const QString& file, const QString& table, const QString& preparation = {},
+                           const QString& converter = {}) {
+        execSql("INSERT INTO zvbAutoImport (Dateiname, zieltabelle, Vorbearbeitung, Funktionstyp, delim, textdelim,"
+                " Header, Konverter) VALUES (?, ?, ?, 1, ';', '\"', 1, ?)",
+                {file, table, preparation.isEmpty() ? QVariant() : preparation,
+                 converter.isEmpty() ? QVariant() : converter});
+    }
+    void registerFixed(const QString& file, const QString& table, int layout, const QString& preparation) {
+        execSql("INSERT INTO zvbAutoImport (Dateiname, zieltabelle, Vorbearbeitung, Funktionstyp, id, Header)"
+                " VALUES (?, ?, ?, 2, ?, 0)",
+                {file, table, preparation, layout});
+    }
+    // Writes a master-data file as delivered (Windows-1252, CR LF) with its modification time.
+    void deliver(const QString& file, const QStringList& lines, const QDateTime& modified) {
+        const QString path = home.path(file);
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        ASSERT_TRUE(writeTextLines(path, lines));
+        touch(file, modified);
+    }
+    void touch(const QString& file, const QDateTime& modified) {
+        QFile f(home.path(file));
+        ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(f.setFileTime(modified, QFileDevice::FileModificationTime));
+    }
+    QStringList rows(const QString& sql) {
+        QStringList result;
+        QSqlQuery q = execSql(sql);
+        while (q.next()) {
+            QStringList cells;
+            for (int i = 0; i < q.record().count(); ++i)
+                cells << (q.value(i).isNull() ? QStringLiteral("NULL") : q.value(i).toString());
+            result << cells.join('|');
+        }
+        return result;
+    }
+    static QDateTime at(int day, int hour, int minute, int ms = 0) {
+        return QDateTime(QDate(2026, 11, day), QTime(hour, minute, 0, ms));
+    }
+};
+
+TEST_F(AutoImport, a_newer_file_replaces_the_rows_and_the_same_file_is_not_imported_again) {
+    registerDelimited("stammdaten/sprachen.txt", "sysLanguages", "DELETE * FROM sysLanguages");
+    deliver("stammdaten/sprachen.txt", {"\"Language_ID\";\"Bezeichnung\"", "\"DE\";\"Deutsch\"", "\"EN\";\"Englisch\""},
+            at(14, 8, 0, 700));
+    EXPECT_EQ(ZVBAutoImport(), 1);
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    EXPECT_EQ(rows("SELECT Language_ID, Bezeichnung FROM sysLanguages ORDER BY rowid"),
+              (QStringList{"DE|Deutsch", "EN|Englisch"}));
+    EXPECT_EQ(GetValue("VersionsDatum", "zvbAutoImport", "").toString(), "2026-11-14 08:00:00")
+        << "the file's time, to the second";
+
+    execSql("DELETE FROM sysLanguages WHERE Language_ID='EN'");
+    EXPECT_EQ(ZVBAutoImport(), 0) << "same modification time: not imported again";
+    EXPECT_EQ(CountRows("*", "sysLanguages", ""), 1);
+
+    touch("stammdaten/sprachen.txt", at(15, 9, 45));
+    EXPECT_EQ(ZVBAutoImport(), 1) << "a touched file is imported at the next start";
+    EXPECT_EQ(CountRows("*", "sysLanguages", ""), 2);
+    EXPECT_EQ(GetValue("VersionsDatum", "zvbAutoImport", "").toString(), "2026-11-15 09:45:00");
+
+    touch("stammdaten/sprachen.txt", at(10, 7, 0)); // an older copy put back
+    EXPECT_EQ(ZVBAutoImport(), 0);
+}
+
+TEST_F(AutoImport, count_changes_beyond_ten_per_cent_either_way_are_pointed_out) {
+    registerDelimited("stammdaten/ocr.txt", "ocrErsetzungen", "DELETE * FROM ocrErsetzungen");
+    int minute = 0;
+    // 100 rows before, newRows in the file; returns the messages shown.
+    auto importWith = [&](int newRows) {
+        execSql("DELETE FROM ocrErsetzungen");
+        for (int i = 0; i < 100; ++i)
+            execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('NACHNAME', ?, 'x')", {i});
+        QStringList lines{"Feld;Suchstring;Ersatzstring"};
+        for (int i = 0; i < newRows; ++i)
+            lines << QStringLiteral("CARD_ID;%1;0").arg(i);
+        deliver("stammdaten/ocr.txt", lines, at(15, 10, ++minute));
+        messages.clear();
+        EXPECT_EQ(ZVBAutoImport(), 1);
+        EXPECT_EQ(CountRows("*", "ocrErsetzungen", ""), newRows);
+        return messages.prompts();
+    };
+    EXPECT_TRUE(importWith(110).isEmpty()) << "exactly ten per cent more";
+    EXPECT_TRUE(importWith(90).isEmpty()) << "exactly ten per cent fewer";
+    EXPECT_EQ(importWith(111),
+              QStringList{"Hinweis zum Aktualisieren der Systemdaten!\r\n\r\nEine große Differenz zwischen den alten "
+                          "und den neuen Daten\r\nin der Tabelle 'ocrErsetzungen' ist aufgefallen.\r\n\r\nAnzahl der "
+                          "alten Datensätze: 100 Neue Datensätze: 111"});
+    EXPECT_EQ(messages.messages().first().buttons, MsgBox::Information);
+    const QStringList fewer = importWith(89);
+    ASSERT_EQ(fewer.size(), 1);
+    EXPECT_TRUE(fewer.first().endsWith("Anzahl der alten Datensätze: 100 Neue Datensätze: 89"));
+}
+
+TEST_F(AutoImport, a_table_that_was_empty_or_became_empty_is_reported_and_the_new_data_stay) {
+    registerDelimited("stammdaten/ocr.txt", "ocrErsetzungen", "DELETE * FROM ocrErsetzungen");
+    execSql("DELETE FROM ocrErsetzungen");
+    deliver("stammdaten/ocr.txt", {"Feld;Suchstring;Ersatzstring", "CARD_ID;O;0", "CARD_ID;I;1"}, at(15, 8, 0));
+    ZVBAutoImport();
+    EXPECT_EQ(messages.prompts(), QStringList{"Fehler beim Aktualisieren der Systemdaten!\r\nDie Tabelle "
+                                              "'ocrErsetzungen' enthält keine Daten."});
+    EXPECT_EQ(CountRows("*", "ocrErsetzungen", ""), 2) << "the rows of the file stay";
+
+    messages.clear();
+    deliver("stammdaten/ocr.txt", {"Feld;Suchstring;Ersatzstring"}, at(15, 9, 0));
+    ZVBAutoImport();
+    EXPECT_EQ(messages.prompts(), QStringList{"Fehler beim Aktualisieren der Systemdaten!\r\nDie Tabelle "
+                                              "'ocrErsetzungen' enthält nun keine Daten mehr."});
+    EXPECT_EQ(CountRows("*", "ocrErsetzungen", ""), 0);
+}
+
+TEST_F(AutoImport, delimited_lines_split_at_every_separator_and_keep_the_old_quirks) {
+    registerDelimited("stammdaten/texte.txt", "sysTexts", "DELETE * FROM sysTexts WHERE Name LIKE 'Txt_T*'",
+                      "UPDATE sysTexts SET Text=UCase(Text) WHERE Name='Txt_Test'");
+    execSql("INSERT INTO sysTexts (Language_ID, Name, Text) VALUES ('DE', 'Txt_Talt', 'weg damit')");
+    deliver("stammdaten/texte.txt",
+            {"\"Language_ID\";\"Name\";\"Text\"", "\"DE\";\"Txt_Test\";\"Bitte warten\"", "",
+             "\"EN\";\"Txt_Teil;Rest\"", "\"DEUTSCH\";\"Txt_Tlang\";\"Sprachcode zu lang\""},
+            at(15, 8, 0));
+    EXPECT_EQ(ZVBAutoImport(), 1);
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    EXPECT_EQ(rows("SELECT Language_ID, Name, Text FROM sysTexts WHERE Name LIKE 'Txt_T*' ORDER BY rowid"),
+              (QStringList{"DE|Txt_Test|BITTE WARTEN", "EN|Txt_Teil|Rest", "DEUTS|Txt_Tlang|Sprachcode zu lang"}))
+        << "the delimited value is split and fills one column more; texts are cut to the column's size";
+}
+
+TEST_F(AutoImport, a_fixed_width_file_ends_at_its_first_empty_line) {
+    execSql("INSERT INTO zvbAutoImport_Spezifikation (ID, FeldNr, Breite, ZielFeld) VALUES"
+            " (7, 3, 4, 'KeyAscii'), (7, 1, 4, 'KeyID'), (7, 2, 20, 'Bezeichnung'), (7, 4, 4, 'KeyCode')");
+    registerFixed("stammdaten/tasten.txt", "zvbSysKeys", 7, "DELETE * FROM zvbSysKeys");
+    deliver("stammdaten/tasten.txt",
+            {"   1+ (Ziffernblock)     43 107", "   2- (Ziffernblock)     45 109", "  12Suchen\tF2              0 113",
+             "", "   3* (Ziffernblock)     42 106", "   4/ (Ziffernblock)     47 111"},
+            at(15, 8, 0));
+    EXPECT_EQ(ZVBAutoImport(), 1);
+    EXPECT_EQ(rows("SELECT KeyID, Bezeichnung, KeyAscii, KeyCode FROM zvbSysKeys ORDER BY rowid"),
+              (QStringList{"1|+ (Ziffernblock)|43|107", "2|- (Ziffernblock)|45|109", "12|Suchen\tF2|0|113"}));
+    ASSERT_EQ(messages.messages().size(), 1) << "four keys before, three after";
+    EXPECT_TRUE(messages.saw("Anzahl der alten Datensätze: 4 Neue Datensätze: 3"));
+}
+
+TEST_F(AutoImport, the_demo_master_data_files_import_the_rows_the_tables_already_hold) {
+    execSql("DELETE FROM zvbAutoImport");
+    execSql("DELETE FROM zvbAutoImport_Spezifikation");
+    loadTableFile("zvbAutoImport", masterDataDir() + "tables/zvbAutoImport.tsv");
+    loadTableFile("zvbAutoImport_Spezifikation", masterDataDir() + "tables/zvbAutoImport_Spezifikation.tsv");
+    const QStringList states = rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates ORDER BY State_ID");
+    const QStringList rules = rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid");
+    EXPECT_EQ(ZVBAutoImport(), 2) << "the delimited states and the fixed-width OCR rules";
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    EXPECT_EQ(rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates ORDER BY State_ID"), states)
+        << "data/home/stammdaten/staaten.txt must hold what sysStates.tsv holds";
+    EXPECT_EQ(rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid"), rules)
+        << "data/home/stammdaten/ocr_ersetzungen.txt must hold what ocrErsetzungen.tsv holds";
+    EXPECT_EQ(ZVBAutoImport(), 0);
+}
+
+TEST_F(AutoImport, a_value_that_does_not_fit_ends_that_file_and_keeps_the_rows_before_it) {
+    registerDelimited("stammdaten/tasten.txt", "zvbSysKeys", "DELETE * FROM zvbSysKeys");
+    deliver("stammdaten/tasten.txt",
+            {"KeyID;Bezeichnung;KeyAscii;KeyCode", "1;Plus;43;107", "zwei;Minus;45;109", "3;Stern;42;106"},
+            at(15, 8, 0));
+    EXPECT_EQ(ZVBAutoImport(), 1);
+    ASSERT_GE(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.saw("auto_standard()"));
+    EXPECT_TRUE(messages.saw("Zeile 3"));
+    EXPECT_TRUE(messages.saw("'zwei'"));
+    EXPECT_EQ(rows("SELECT KeyID, Bezeichnung FROM zvbSysKeys"), QStringList{"1|Plus"});
+}
+
+TEST_F(AutoImport, missing_files_are_skipped_silently_and_an_unknown_table_is_reported) {
+    registerDelimited("stammdaten/gibtsnicht.txt", "sysLanguages", "DELETE * FROM sysLanguages");
+    EXPECT_EQ(ZVBAutoImport(), 0);
+    EXPECT_TRUE(messages.messages().isEmpty());
+    EXPECT_EQ(CountRows("*", "sysLanguages", ""), 2);
+
+    registerDelimited("stammdaten/x.txt", "sysGibtsNicht");
+    deliver("stammdaten/x.txt", {"a;b", "1;2"}, at(15, 8, 0));
+    EXPECT_EQ(ZVBAutoImport(), 0);
+    EXPECT_TRUE(messages.saw("ZVBAutoImport()"));
+    EXPECT_TRUE(messages.saw("sysGibtsNicht"));
+}
+
+} // namespace
+
+namespace {
+
+class AutoImportRecheck : public AutoImport {
+protected:
+    // A stored record in correction with the demo values of form index and the given state.
+    qint32 storedRecord(int index, const QString& state) {
+        RowValues row = demoForm(index);
+        row.insert("STATE", state);
+        row.insert("FORM_ID", "E111");
+        row.insert("Workflow_Status", 10);
+        row.insert("Korrigiert", 0);
+        return insertRecord(row);
+    }
+    QString statusOf(qint32 lfdNr) {
+        return GetValue("Fehlerhaft", "zvbWerte", QStringLiteral("LfdNr=%1").arg(lfdNr)).toString();
+    }
+    // The states file: every state of the master data, without dropped, with added.
+    void deliverStates(const QString& dropped, const QString& added, const QDateTime& modified) {
+        QStringList lines{"\"State_ID\";\"State_Name\";\"State_XmlType\""};
+        for (const QString& row : rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates"))
+            if (!row.startsWith(dropped + "|"))
+                lines << "\"" + row.split('|').join("\";\"") + "\"";
+        if (!added.isEmpty())
+            lines << "\"" + added + "\";\"Neu\";\"1\"";
+        deliver("stammdaten/staaten.txt", lines, modified);
+    }
+};
+
+TEST_F(AutoImportRecheck, stored_records_are_checked_again_against_the_new_master_data) {
+    registerDelimited("stammdaten/staaten.txt", "sysStates", "DELETE * FROM sysStates");
+    const qint32 kosovo = storedRecord(0, "XK");
+    const qint32 austria = storedRecord(1, "AT");
+    deliverStates("AT", "XK", at(15, 8, 0));
+    EXPECT_EQ(ZVBAutoImport(), 1);
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    // STATE is the third field of the status string.
+    EXPECT_EQ(statusOf(kosovo).mid(2, 1), "0") << "a state that the new list knows passes";
+    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", QStringLiteral("LfdNr=%1").arg(kosovo)).toInt(), 1);
+    EXPECT_EQ(statusOf(austria).mid(2, 1), "3") << "a state the new list dropped fails";
+    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", QStringLiteral("LfdNr=%1").arg(austria)).toInt(), 0);
+}
+
+TEST_F(AutoImportRecheck, without_an_import_the_stored_records_stay_as_they_are) {
+    registerDelimited("stammdaten/staaten_neu.txt", "sysStates", "DELETE * FROM sysStates"); // not delivered
+    const qint32 number = storedRecord(0, "XK");
+    execSql("UPDATE zvbWerte SET Fehlerhaft='unberührt'");
+    EXPECT_EQ(ZVBAutoImport(), 0);
+    EXPECT_EQ(statusOf(number), "unberührt");
+}
+
+} // namespace

@@ -1,0 +1,123 @@
+// The export, auto-import and housekeeping commands as a script runs them.
+
+#include "CliRun.h"
+#include "RecordRows.h"
+#include "TempHome.h"
+#include "app/mdlDB.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+qint32 accepted(const TempHome& home, int index) {
+    RowValues row = demoForm(index);
+    row.insert("Workflow_Status", 40);
+    home.writeFile("images/" + row.value("BMPName").toString(), "II*");
+    return insertRecord(row);
+}
+
+TEST(ExportCommands, export_writes_xml_and_prints_the_reports_into_pdf_files) {
+    TempHome home;
+    SetSysValue("Report_Other_Country", 3); // ask: answered by --report
+    accepted(home, 0);                      // Austrian card
+    accepted(home, 5);                      // German card: its own report
+    const CliRun run = runCli({"--home", home.dir(), "export", "--pdf", home.path("berichte"), "--report", "ambulant"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains("2 Datensatz/Datensätze exportiert nach " + home.path("export")))
+        << run.out.toStdString();
+    EXPECT_TRUE(run.out.contains("2 Berichtsseite(n) als PDF in " + home.path("berichte")));
+    EXPECT_EQ(QDir(home.path("berichte")).entryList(QDir::Files, QDir::Name),
+              (QStringList{"0001-31901001_bericht_ambulant.pdf", "0002-31901006_bericht_ambrix.pdf"}));
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901001.xml")));
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901006.xml")));
+    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
+}
+
+TEST(ExportCommands, export_without_a_report_answer_prints_nothing_for_an_open_report_type) {
+    TempHome home;
+    SetSysValue("Report_Other_Country", 3);
+    accepted(home, 2);
+    const CliRun run = runCli({"--home", home.dir(), "export"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901003.xml")));
+    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
+}
+
+TEST(ExportCommands, export_on_a_machine_without_printers_reports_the_printer_and_still_exports) {
+    TempHome home;
+    accepted(home, 5); // German card: a report is due
+    // A print server that cannot be reached: no printers, even on a machine that has some.
+    const QByteArray server = qgetenv("CUPS_SERVER");
+    qputenv("CUPS_SERVER", "127.0.0.1:9");
+    const CliRun run = runCli({"--home", home.dir(), "export"});
+    server.isNull() ? qunsetenv("CUPS_SERVER") : qputenv("CUPS_SERVER", server);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Beim Initialisieren des Druckers trat ein Fehler auf!")) << run.err.toStdString();
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901006.xml")));
+    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
+}
+
+TEST(ExportCommands, wrong_report_answers_and_arguments_are_usage_errors) {
+    TempHome home;
+    const CliRun bad = runCli({"--home", home.dir(), "export", "--report", "vielleicht"});
+    EXPECT_EQ(bad.exitCode, 2);
+    EXPECT_TRUE(bad.err.contains("--report"));
+    EXPECT_EQ(runCli({"--home", home.dir(), "export", "--pdf"}).exitCode, 2);
+    EXPECT_EQ(runCli({"--home", home.dir(), "autoimport", "jetzt"}).exitCode, 2);
+    EXPECT_EQ(runCli({"--home", home.dir(), "housekeeping", "jetzt"}).exitCode, 2);
+}
+
+TEST(ExportCommands, autoimport_takes_newer_files_once) {
+    TempHome home;
+    const CliRun first = runCli({"--home", home.dir(), "autoimport"});
+    EXPECT_EQ(first.exitCode, 0) << first.err.toStdString();
+    EXPECT_EQ(first.out, "2 Systemtabelle(n) neu eingelesen\n");
+    const CliRun second = runCli({"--home", home.dir(), "autoimport"});
+    EXPECT_EQ(second.out, "0 Systemtabelle(n) neu eingelesen\n");
+}
+
+TEST(ExportCommands, housekeeping_runs_the_start_up_steps_and_notes_the_day) {
+    TempHome home;
+    const CliRun run = runCli({"--home", home.dir(), "housekeeping"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.startsWith("Start-Schritte ausgeführt; zuletzt geöffnet: "));
+    EXPECT_FALSE(GetSysValue("APP_LastOpened").isNull());
+    EXPECT_EQ(CountRows("*", "zvbAutoImport", "VersionsDatum IS NULL"), 0);
+}
+
+} // namespace
+
+namespace {
+
+TEST(PrintCommand, prints_a_clean_record_and_refuses_a_faulty_one) {
+    TempHome home;
+    SetSysValue("Report_Other_Country", 3);
+    RowValues clean = demoForm(0);
+    clean.insert("FORM_ID", "E111");
+    clean.insert("Workflow_Status", 30);
+    const qint32 good = insertRecord(clean);
+    RowValues faulty = demoForm(1);
+    faulty.insert("CARD_ID", "8052800OOO");
+    const qint32 bad = insertRecord(faulty);
+
+    const CliRun run = runCli({"--home", home.dir(), "print", QString::number(good), "--pdf", home.path("berichte"),
+                               "--report", "stationaer"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(run.out, "2 Berichtsseite(n) als PDF in " + home.path("berichte") + "\n");
+    EXPECT_EQ(GetValue("Workflow_Status", "zvbWerte", QStringLiteral("LfdNr=%1").arg(good)).toInt(), 30);
+
+    const CliRun refused =
+        runCli({"--home", home.dir(), "print", QString::number(bad), "--pdf", home.path("berichte")});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.err.contains("Daten enthalten noch Fehler, Drucken nicht möglich!"))
+        << refused.err.toStdString();
+    EXPECT_EQ(QDir(home.path("berichte")).entryList(QDir::Files).size(), 2);
+
+    const CliRun missing = runCli({"--home", home.dir(), "print", "999"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_TRUE(missing.err.contains("999"));
+    EXPECT_EQ(runCli({"--home", home.dir(), "print"}).exitCode, 2);
+}
+
+} // namespace

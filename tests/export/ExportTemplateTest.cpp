@@ -1,0 +1,32 @@
+// The text rules of the hand-over that a whole export does not reach easily.
+
+#include "export/ExportTemplate.h"
+#include "QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ExportText, only_lines_of_blanks_are_removed_and_a_last_piece_of_two_characters_goes_too) {
+    EXPECT_EQ(RemoveEmptyLines("a\r\n   \r\n\r\nb\r\n"), "a\r\nb\r\n");
+    EXPECT_EQ(RemoveEmptyLines("a\r\n \t \r\n"), "a\r\n \t \r\n") << "a tab is no blank";
+    EXPECT_EQ(RemoveEmptyLines("x\r\nab"), "x\r\n") << "two characters without a line end count as a blank line";
+    EXPECT_EQ(RemoveEmptyLines("x\r\nabc"), "x\r\nabc");
+    EXPECT_EQ(RemoveEmptyLines("a\nb\r\n"), "a\nb\r\n") << "a lone LF does not end a piece";
+    EXPECT_EQ(RemoveEmptyLines(""), "");
+}
+
+TEST(ExportText, file_name_takes_the_base_name_after_either_separator) {
+    EXPECT_EQ(ExportFileName("/srv/export", "C:\\scan\\0815_0001.tif"), "/srv/export/0815_0001.xml");
+    EXPECT_EQ(ExportFileName("/srv/export/", "scan/0815_0001.tif"), "/srv/export/0815_0001.xml");
+    EXPECT_EQ(ExportFileName("/srv/export", "a.b.c"), "/srv/export/a.b.xml");
+    EXPECT_EQ(ExportFileName("/srv/export", "ordner.neu/bild"), "/srv/export/bild.xml");
+}
+
+TEST(ExportText, dates_are_turned_around_by_position) {
+    EXPECT_EQ(ExportDate("03.07.1961"), "1961-07-03");
+    EXPECT_EQ(ExportDate("03/07/1961"), "1961-07-03") << "separators are never looked at";
+    EXPECT_EQ(ExportDate(""), "--");
+}
+
+} // namespace

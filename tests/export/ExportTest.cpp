@@ -1,0 +1,190 @@
+// The export pass as the receiving side and the operator see it: the XML files it writes from the
+// home's template, which records it takes, and what happens when it cannot write.
+
+#include "ExportFixture.h"
+#include "app/Progress.h"
+
+#include <QProcess>
+
+namespace {
+
+class RecordingProgress : public Progress {
+public:
+    RecordingProgress() { setAppProgress(this); }
+    ~RecordingProgress() override { setAppProgress(nullptr); }
+    void status(const QString& text) override { texts << text; }
+    void progress(qint64 done, qint64 total) override { last = {done, total}; }
+    QStringList texts;
+    QPair<qint64, qint64> last{-1, -1};
+};
+
+using Export = ExportFixture;
+
+TEST_F(Export, every_placeholder_is_filled_and_blank_lines_go_while_a_tab_line_stays) {
+    acceptedForm(0);
+    EXPECT_TRUE(ExportZVBWerte());
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    EXPECT_EQ(exported("31901001.xml"),
+              "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n"
+              "<Uebergabe schema=\"2.13\" erfasst=\"2026-11-15\">\r\n"
+              "  <Form_identifier>EHIC</Form_identifier>\r\n"
+              "  <Issuing_member_state>AT</Issuing_member_state>\r\n"
+              "  <Case_Identifier>1</Case_Identifier>\r\n"
+              "  <Person>\r\n"
+              "    <Name>Huber</Name>\r\n"
+              "    <Given_names>Maria</Given_names>\r\n"
+              "    <Date_of_birth>1961-07-03</Date_of_birth>\r\n"
+              "    <Personal_identification_number>1234030761</Personal_identification_number>\r\n"
+              "  </Person>\r\n"
+              "\t\r\n"
+              "  <Karte>\r\n"
+              "    <Identification_number_of_the_institution>1100 - OEGK</Identification_number_of_the_institution>\r\n"
+              "    <Identification_number_of_the_card>80040001234567890123</Identification_number_of_the_card>\r\n"
+              "    <Expiry_date>2029-12-31</Expiry_date>\r\n"
+              "  </Karte>\r\n"
+              "</Uebergabe>\r\n"
+              "\r\n");
+    EXPECT_EQ(records(), 0) << "the exported record is removed";
+    EXPECT_FALSE(exists("images/31901001.tif")) << "and its image deleted";
+}
+
+TEST_F(Export, empty_and_unknown_values_follow_the_hand_over_format) {
+    acceptedForm(1, {{"VORNAME", ""}, {"GEBDAT", QVariant()}, {"STATE", "XX"}, {"SCANDAT", ""}});
+    acceptedForm(2, {{"VORNAME", QVariant()}, {"CARD_EXPIRY", ""}, {"STATE", QVariant()}});
+    ExportZVBWerte();
+
+    const QString first = exported("31901002.xml");
+    EXPECT_FALSE(first.contains("Given_names")) << first.toStdString();
+    EXPECT_TRUE(first.contains("    <Name>de Vries</Name>\r\n    <Date_of_birth>"))
+        << "the VORNAME line vanished with its indentation";
+    EXPECT_TRUE(first.contains("<Date_of_birth>--</Date_of_birth>")) << "an empty date is written as \"--\"";
+    EXPECT_TRUE(first.contains("<Case_Identifier>5</Case_Identifier>")) << "unknown state";
+    EXPECT_TRUE(first.contains("erfasst=\"--\""));
+
+    const QString second = exported("31901003.xml");
+    EXPECT_FALSE(second.contains("Given_names"));
+    EXPECT_TRUE(second.contains("<Expiry_date>--</Expiry_date>"));
+    EXPECT_FALSE(second.contains("Issuing_member_state")) << "an empty state writes no element";
+    EXPECT_TRUE(second.contains("<Case_Identifier>5</Case_Identifier>")) << "a null state is unknown too";
+    for (const QString& text : {first, second})
+        EXPECT_FALSE(text.contains("\r\n    \r\n")) << "no line of blanks is left";
+}
+
+TEST_F(Export, values_with_markup_characters_still_give_well_formed_xml) {
+    acceptedForm(
+        5, {{"NACHNAME", "Müller & Söhne <GmbH>"}, {"VORNAME", "Jürgen \"Jupp\" O'Neill"}, {"SCANDAT", "1\".11.2026"}});
+    ExportZVBWerte();
+    const QByteArray bytes = home.readFile("export/31901006.xml");
+    EXPECT_TRUE(bytes.contains("<Name>M\xfcller &amp; S\xf6hne &lt;GmbH&gt;</Name>")) << "Windows-1252, escaped";
+    EXPECT_EQ(elementTexts(bytes, "Name"), QStringList{"Müller & Söhne <GmbH>"});
+    EXPECT_EQ(elementTexts(bytes, "Given_names"), QStringList{"Jürgen \"Jupp\" O'Neill"});
+    QXmlStreamReader reader(bytes);
+    while (!reader.atEnd() && !(reader.readNext() == QXmlStreamReader::StartElement && reader.name() == u"Uebergabe")) {
+    }
+    EXPECT_EQ(reader.attributes().value("erfasst").toString(), "2026-11-1\"") << "a quote in an attribute value";
+
+    // The system's own XML parser agrees.
+    QProcess xmllint;
+    xmllint.start("xmllint", {"--noout", home.path("export/31901006.xml")});
+    ASSERT_TRUE(xmllint.waitForFinished(30000));
+    EXPECT_EQ(xmllint.exitCode(), 0) << xmllint.readAllStandardError().toStdString();
+}
+
+TEST_F(Export, only_records_in_state_20_or_40_leave_in_running_number_order) {
+    RecordingProgress progress;
+    const qint32 waiting = acceptedForm(0, {{"Workflow_Status", 10}});
+    const qint32 forty = acceptedForm(1);
+    const qint32 inCorrection = acceptedForm(2, {{"Workflow_Status", 30}});
+    const qint32 twenty = acceptedForm(3, {{"Workflow_Status", 20}});
+    const qint32 exportedBefore = acceptedForm(4, {{"Workflow_Status", 41}});
+    ExportZVBWerte();
+
+    EXPECT_TRUE(exists("export/31901002.xml"));
+    EXPECT_TRUE(exists("export/31901004.xml"));
+    for (const char* name : {"export/31901001.xml", "export/31901003.xml", "export/31901005.xml"})
+        EXPECT_FALSE(exists(name)) << name;
+    EXPECT_EQ(CountRows("*", "zvbWerte", QStringLiteral("LfdNr=%1").arg(forty)), 0);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QStringLiteral("LfdNr=%1").arg(twenty)), 0);
+    for (const qint32 kept : {waiting, inCorrection, exportedBefore})
+        EXPECT_EQ(CountRows("*", "zvbWerte", QStringLiteral("LfdNr=%1").arg(kept)), 1) << kept;
+    EXPECT_EQ(progress.texts, (QStringList{"Export von korrigierten Daten: 0", "Export von korrigierten Daten: 1",
+                                           "Export von korrigierten Daten: 2", ""}));
+    EXPECT_EQ(progress.last, (QPair<qint64, qint64>{2, 2}));
+}
+
+TEST_F(Export, nothing_ready_writes_nothing_and_shows_no_progress) {
+    RecordingProgress progress;
+    acceptedForm(0, {{"Workflow_Status", 10}});
+    EXPECT_TRUE(ExportZVBWerte());
+    EXPECT_TRUE(QDir(home.path("export")).isEmpty());
+    EXPECT_TRUE(progress.texts.isEmpty());
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(Export, same_base_name_from_two_folders_or_extensions_gives_one_file_the_later_record_wins) {
+    acceptedForm(0, {{"BMPName", "links/0815_0001.tif"}, {"NACHNAME", "Erster"}});
+    acceptedForm(1, {{"BMPName", "rechts\\0815_0001.bmp"}, {"NACHNAME", "Zweiter"}});
+    acceptedForm(2, {{"BMPName", "31901003.v2.tif"}});
+    acceptedForm(3, {{"BMPName", "ohnepunkt"}});
+    ExportZVBWerte();
+    EXPECT_EQ(elementTexts(home.readFile("export/0815_0001.xml"), "Name"), QStringList{"Zweiter"});
+    EXPECT_TRUE(exists("export/31901003.v2.xml")) << "only the last dot is cut";
+    EXPECT_TRUE(exists("export/ohnepunkt.xml")) << "a name without a dot is taken whole";
+    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files).size(), 3);
+    EXPECT_EQ(records(), 0);
+}
+
+TEST_F(Export, export_folder_with_or_without_trailing_slash_gives_the_same_file) {
+    QDir().mkpath(home.path("ausgabe"));
+    SetSysValue("Export_Pfad", home.path("ausgabe"));
+    acceptedForm(0);
+    ExportZVBWerte();
+    EXPECT_TRUE(exists("ausgabe/31901001.xml"));
+
+    SetSysValue("Export_Pfad", home.path("ausgabe/"));
+    acceptedForm(1);
+    ExportZVBWerte();
+    EXPECT_TRUE(exists("ausgabe/31901002.xml"));
+    EXPECT_EQ(QDir(home.path("ausgabe")).entryList(QDir::Files).size(), 2);
+    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+TEST_F(Export, a_record_that_cannot_be_written_keeps_its_state_and_image_and_leaves_with_the_next_pass) {
+    SetSysValue("Export_Pfad", home.path("fehlt"));
+    const qint32 number = acceptedForm(0);
+    EXPECT_TRUE(ExportZVBWerte());
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.saw("ExportRecord_XML()"));
+    EXPECT_TRUE(messages.saw(home.path("fehlt/31901001.xml")));
+    EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
+    EXPECT_EQ(GetValue("Workflow_Status", "zvbWerte", QStringLiteral("LfdNr=%1").arg(number)).toInt(), 40);
+    EXPECT_TRUE(exists("images/31901001.tif"));
+
+    QDir().mkpath(home.path("fehlt"));
+    messages.clear();
+    ExportZVBWerte();
+    EXPECT_TRUE(messages.messages().isEmpty());
+    EXPECT_TRUE(exists("fehlt/31901001.xml"));
+    EXPECT_EQ(records(), 0);
+}
+
+TEST_F(Export, a_missing_template_is_reported_for_each_record_and_nothing_is_lost) {
+    QFile::remove(home.path("default.xml"));
+    acceptedForm(0);
+    acceptedForm(1);
+    ExportZVBWerte();
+    EXPECT_EQ(messages.messages().size(), 2);
+    EXPECT_TRUE(messages.saw("default.xml"));
+    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=40"), 2);
+    EXPECT_TRUE(QDir(home.path("export")).isEmpty());
+}
+
+TEST_F(Export, without_an_export_folder_setting_nothing_is_written_anywhere) {
+    SetSysValue("Export_Pfad", QVariant());
+    acceptedForm(0);
+    ExportZVBWerte();
+    EXPECT_TRUE(messages.saw("Export_Pfad"));
+    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=40"), 1);
+}
+
+} // namespace

@@ -1,0 +1,60 @@
+// The print command for the record on screen: refused while a field fails, otherwise the record is
+// stored as it stands on screen and printed, and its workflow state stays.
+
+#include "PrintFixture.h"
+#include "app/Database.h"
+#include "model/FormModel.h"
+
+namespace {
+
+class PrintCommandTest : public PrintFixture {
+protected:
+    PrintCommandTest() {
+        FelderArray().Fill();
+        setting("Report_Other_Country", 1);
+    }
+    ~PrintCommandTest() override { WerteArray().Clear(); }
+
+    // Puts the stored record lfdNr on screen.
+    void show(qint32 lfdNr) {
+        QSqlQuery q = execSql(QStringLiteral("SELECT * FROM zvbWerte WHERE LfdNr=%1").arg(lfdNr));
+        ASSERT_TRUE(q.next());
+        WerteArray().Fill(q);
+    }
+    qint32 inCorrection(int index, const RowValues& changes = {}) {
+        RowValues row = demoForm(index);
+        row.insert("FORM_ID", "E111");
+        row.insert("Workflow_Status", 30);
+        row.insert("Workflow_KorrID", 1);
+        for (auto it = changes.begin(); it != changes.end(); ++it)
+            row.insert(it.key(), it.value());
+        return insertRecord(row);
+    }
+    QVariant stored(qint32 lfdNr, const char* column) {
+        return GetValue(QString::fromLatin1(column), "zvbWerte", QStringLiteral("LfdNr=%1").arg(lfdNr));
+    }
+};
+
+TEST_F(PrintCommandTest, a_record_with_a_failing_field_is_not_printed) {
+    const qint32 number = inCorrection(0, {{"CARD_ID", "8004OOO1234"}});
+    show(number);
+    EXPECT_FALSE(PrintCommand(number));
+    EXPECT_EQ(messages.prompts(), QStringList{"Daten enthalten noch Fehler, Drucken nicht möglich!"});
+    EXPECT_TRUE(printed().isEmpty());
+    EXPECT_EQ(stored(number, "Workflow_Status").toInt(), 30);
+}
+
+TEST_F(PrintCommandTest, the_record_on_screen_is_stored_and_printed_and_keeps_its_state) {
+    const qint32 number = inCorrection(0);
+    show(number);
+    WerteArray().SetValue("NACHNAME", "Huber-Moser"); // corrected on screen, not yet saved
+    EXPECT_TRUE(PrintCommand(number));
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    ASSERT_EQ(printed().size(), 2);
+    EXPECT_AT(page(printed()[0]), "Huber-Moser", 15, 52);
+    EXPECT_EQ(stored(number, "NACHNAME").toString(), "Huber-Moser");
+    EXPECT_EQ(stored(number, "Korrigiert").toInt(), 1);
+    EXPECT_EQ(stored(number, "Workflow_Status").toInt(), 30);
+}
+
+} // namespace

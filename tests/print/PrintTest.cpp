@@ -1,0 +1,182 @@
+// Which report a record gets and what its printed pages look like, read back from the PDF files.
+
+#include "PrintFixture.h"
+#include "app/Database.h"
+
+namespace {
+
+using Print = PrintFixture;
+
+TEST_F(Print, default_report_of_the_workstation_state_prints_its_pages_in_order_one_job_each) {
+    setting("Report_Other_Country", 1); // inpatient
+    PrintRecord(form(0));               // Austrian card: no rows of its own
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    ASSERT_EQ(printed(),
+              (QStringList{"0001-31901001_bericht_stationaer_1.pdf", "0002-31901001_bericht_stationaer_2.pdf"}));
+    EXPECT_EQ(pageCount(printed()[0]), 1);
+    EXPECT_EQ(pageCount(printed()[1]), 1);
+
+    const PdfPage first = page(printed()[0]);
+    EXPECT_FALSE(first.landscape());
+    EXPECT_NEAR(first.width, 595, 1) << "A4";
+    EXPECT_AT(first, "Huber", 15, 52);
+    EXPECT_AT(first, "Maria", 15, 70);
+    EXPECT_AT(first, "03.07.1961", 15, 88);
+    EXPECT_AT(first, "1234030761", 95, 88);
+    EXPECT_AT(first, "AT", 15, 106);
+    EXPECT_AT(first, "1100", 15, 124);
+    EXPECT_AT(first, "80040001234567890123", 15, 142);
+    EXPECT_AT(first, "31.12.2029", 125, 142);
+
+    const PdfPage second = page(printed()[1]);
+    EXPECT_AT(second, "80040001234567890123", 15, 88);
+    EXPECT_AT(second, "15.11.2026", 15, 106);
+    EXPECT_EQ(second.find("1234030761"), nullptr) << "the second page has no personal number";
+}
+
+TEST_F(Print, a_card_state_with_rows_of_its_own_gets_its_own_report) {
+    setting("Report_Other_Country", 1);
+    PrintRecord(form(0, {{"STATE", "CH"}}));
+    EXPECT_EQ(printed(), QStringList{"0001-31901001_bericht_stationaer_1.pdf"});
+}
+
+TEST_F(Print, outpatient_report_prints_in_landscape_from_its_wide_template) {
+    setting("Report_Other_Country", 2);
+    PrintRecord(form(3));
+    ASSERT_EQ(printed(), QStringList{"0001-31901004_bericht_ambulant.pdf"});
+    const PdfPage p = page(printed()[0]);
+    EXPECT_TRUE(p.landscape());
+    EXPECT_NEAR(p.width, 842, 1);
+    EXPECT_AT(p, "Rossi", 15, 48);
+    EXPECT_AT(p, "RSSGPP50A01H501Z", 70, 84);
+    EXPECT_AT(p, "120207", 150, 48);
+    EXPECT_AT(p, "80380000000123456789", 150, 66);
+}
+
+TEST_F(Print, ambrix_card_follows_its_own_setting) {
+    setting("Report_Other_Country", 0);
+    PrintRecord(form(5)); // German card, State_XmlType 4
+    ASSERT_EQ(printed(), QStringList{"0001-31901006_bericht_ambrix.pdf"});
+    EXPECT_AT(page(printed()[0]), "Müller-Lüdenscheidt", 15, 52);
+
+    setting("Report_Ambrix_Country", 0);
+    PrintRecord(form(5));
+    EXPECT_EQ(printed().size(), 1) << "no report when the Ambrix setting is 0";
+    EXPECT_EQ(GetReport("DE", false), ReportType::None);
+}
+
+TEST_F(Print, an_open_report_type_is_asked_only_when_asking_is_allowed) {
+    setting("Report_Other_Country", 3);
+    EXPECT_EQ(GetReport("FR", true), ReportType::Ask);
+    EXPECT_EQ(choice.asked(), 0);
+
+    choice.setAnswer(ReportType::None); // "Kein Druck"
+    PrintRecord(form(2));
+    EXPECT_EQ(choice.asked(), 1);
+    EXPECT_TRUE(printed().isEmpty());
+
+    choice.setAnswer(ReportType::Ambulant);
+    PrintRecord(form(2));
+    EXPECT_EQ(choice.asked(), 2);
+    EXPECT_EQ(printed(), QStringList{"0001-31901003_bericht_ambulant.pdf"});
+}
+
+TEST_F(Print, an_unknown_card_state_gets_no_report_and_no_message) {
+    setting("Report_Other_Country", 1);
+    EXPECT_EQ(GetReport("XX", false), ReportType::None);
+    PrintRecord(form(0, {{"STATE", "XX"}}));
+    PrintRecord(form(0, {{"STATE", QVariant()}}));
+    EXPECT_TRUE(printed().isEmpty());
+    EXPECT_TRUE(messages.messages().isEmpty());
+    EXPECT_EQ(choice.asked(), 0);
+}
+
+TEST_F(Print, no_report_rows_for_the_workstation_state_is_reported_with_both_states) {
+    setting("Report_Other_Country", 1);
+    setting("APP_State", "AT");
+    PrintRecord(form(2));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_EQ(messages.messages().first().prompt,
+              "Es konnte nicht ermittelt werden, welcher EHIC-Bericht zu drucken ist!\r\n\r\nDas Drucken kann nicht "
+              "durchgeführt werden.\r\nDetails: Application 'AT', Card 'FR'");
+    EXPECT_TRUE(printed().isEmpty());
+
+    setting("APP_State", QVariant()); // a workstation without a state counts as German
+    messages.clear();
+    PrintRecord(form(2));
+    EXPECT_TRUE(messages.messages().isEmpty());
+    EXPECT_EQ(printed().size(), 2);
+}
+
+TEST_F(Print, a_missing_template_is_reported_with_its_path_and_the_other_pages_still_print) {
+    setting("Report_Other_Country", 1);
+    QFile::remove(home.path("bericht_stationaer_1.bmp"));
+    PrintRecord(form(0));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_EQ(messages.messages().first().prompt,
+              "Die Vorlagedatei '" + home.path("bericht_stationaer_1.bmp") +
+                  "' ist nicht vorhanden!!\r\n\r\nDas Drucken kann nicht durchgeführt werden.");
+    EXPECT_EQ(printed(), QStringList{"0001-31901001_bericht_stationaer_2.pdf"});
+
+    // Templates from a folder of their own, and the default file name for a page without one.
+    setting("Report_Pfad", home.path("vorlagen"));
+    execSql("UPDATE sysReports SET Report_File=NULL WHERE Report_ID=3");
+    messages.clear();
+    PrintRecord(form(0));
+    EXPECT_TRUE(messages.saw("'" + home.path("vorlagen/bericht_stationaer_1.bmp") + "'"));
+    EXPECT_TRUE(messages.saw("'" + home.path("vorlagen/bericht.bmp") + "'"));
+}
+
+TEST_F(Print, pages_follow_the_page_column_and_each_template_its_own_orientation_and_fits_the_area) {
+    bitmapReport(11, 300, 200); // wider than high
+    bitmapReport(12, 200, 300);
+    bitmapReport(13, 240, 240); // square: portrait
+    for (const auto& [pageNo, id] : {std::pair{3, 11}, std::pair{1, 12}, std::pair{2, 13}})
+        execSql("INSERT INTO sysReportsForStates (AppState, CardState, Report_Type, IsDefaultForAppState, Page, "
+                "Report_ID) VALUES ('DE', 'FR', 2, 0, ?, ?)",
+                {pageNo, id});
+    execSql("INSERT INTO sysReportFields (Report_ID, x, y, Field) VALUES (11, 100, 20.5, 'NACHNAME')");
+    setting("Report_Other_Country", 1);
+    PrintRecord(form(2));
+    ASSERT_EQ(printed(),
+              (QStringList{"0001-31901003_test_12.pdf", "0002-31901003_test_13.pdf", "0003-31901003_test_11.pdf"}));
+    EXPECT_FALSE(page(printed()[0]).landscape());
+    EXPECT_FALSE(page(printed()[1]).landscape());
+    const PdfPage wide = page(printed()[2]);
+    EXPECT_TRUE(wide.landscape());
+    EXPECT_AT(wide, "Dupont", 100, 20.5);
+
+    // The template is scaled to the largest size that fits: the high one fills the 277 mm of the
+    // area's height, the wide one the 277 mm of its width; both give 300 pixels per 277 mm.
+    for (const QString& file : {printed()[0], printed()[2]}) {
+        const QStringList rows =
+            runTool("pdfimages", {"-list", home.path("berichte/" + file)}).split('\n', Qt::SkipEmptyParts);
+        ASSERT_EQ(rows.size(), 3) << "one image on the page";
+        const QStringList cells = rows[2].simplified().split(' ');
+        EXPECT_EQ(cells[7], "1") << "stays a 1-bit image";
+        EXPECT_NEAR(cells[12].toDouble(), 300 / (277 / 25.4), 1) << file.toStdString();
+    }
+}
+
+TEST_F(Print, values_are_printed_bold_in_the_report_font_and_null_values_print_nothing) {
+    setting("Report_Other_Country", 1);
+    PrintRecord(form(0, {{"VORNAME", QVariant()}}));
+    ASSERT_EQ(printed().size(), 2);
+    const PdfPage first = page(printed()[0]);
+    for (const PdfWord& w : first.words)
+        EXPECT_GT(qAbs(w.yMin - points(10 + 70)), 3)
+            << "nothing at the given names' position: " << w.text.toStdString();
+    EXPECT_TRUE(runTool("pdffonts", {home.path("berichte/" + printed()[0])}).contains("LiberationMono-Bold"));
+}
+
+TEST_F(Print, a_field_naming_no_column_is_a_reported_failure_of_that_page) {
+    execSql("INSERT INTO sysReportFields (Report_ID, x, y, Field) VALUES (3, 10, 10, 'GIBTSNICHT')");
+    setting("Report_Other_Country", 1);
+    PrintRecord(form(0));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.saw("PrintReportPage()"));
+    EXPECT_TRUE(messages.saw("GIBTSNICHT"));
+    EXPECT_EQ(printed(), QStringList{"0001-31901001_bericht_stationaer_1.pdf"});
+}
+
+} // namespace
