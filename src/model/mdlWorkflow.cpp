@@ -7,6 +7,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
+#include "export/mdlExport.h"
 
 #include <QDir>
 #include <QFile>
@@ -199,6 +200,13 @@ bool HandOverDecision(qint16 level, QString& errorText, const std::function<void
 bool DecideHandOver(QString& errorText, const std::function<void(const QString&)>& showErrorList) {
     const qint16 level = Check(QStringLiteral("all"), errorText);
     return HandOverDecision(level, errorText, showErrorList);
+}
+
+bool CompleteHandOver(qint32 n) {
+    if (!SaveWithStatus(n, WorkflowStatus::HandedOver))
+        return false;
+    ExportZVBWerte();
+    return true;
 }
 
 bool ConfirmLeave(qint32 n) {

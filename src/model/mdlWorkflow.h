@@ -73,6 +73,11 @@ bool DecideHandOver(QString& errorText, const std::function<void(const QString&)
 // that is not handed over gets Korrigiert "0". Returns true when the record may be handed over.
 bool HandOverDecision(qint16 level, QString& errorText, const std::function<void(const QString&)>& showErrorList);
 
+// Finishes a hand-over decided above: saves record number with state 40 and runs the export pass
+// over every record ready for hand-over. False when the save failed (reported); the export pass
+// reports its own failures.
+bool CompleteHandOver(qint32 number);
+
 // Asked when leaving with a record on screen: "Msg_AskAppExit"; true on Yes, or when no record is
 // on screen (number < 0).
 bool ConfirmLeave(qint32 number);

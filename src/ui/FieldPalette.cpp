@@ -22,8 +22,3 @@ QColor fieldBackground(const QWidget* field) {
 void resetFieldBackground(QWidget* field) {
     field->setPalette(QPalette());
 }
-
-const FieldColours& programColours() {
-    static const FieldColours colours;
-    return colours;
-}

@@ -20,6 +20,3 @@ QColor fieldBackground(const QWidget* field);
 
 // Gives a field the style's ordinary background again (the empty form).
 void resetFieldBackground(QWidget* field);
-
-// The six field colours loaded at start-up.
-const FieldColours& programColours();

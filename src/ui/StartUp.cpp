@@ -2,13 +2,15 @@
 
 #include "QtMessagePresenter.h"
 #include "SingleInstance.h"
+#include "frmAskForReport.h"
 #include "frmInit.h"
 #include "frmMain.h"
 
 #include "app/Home.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
-#include "model/FormModel.h"
+#include "app/mdlStart.h"
+#include "print/QtReportPrinter.h"
 
 #include <QApplication>
 #include <QDir>
@@ -30,11 +32,28 @@ void scheduleScreenshots(QWidget* window, const QString& windowFile, const QStri
     QTimer::singleShot(1500, window, [window, windowFile, screenFile] {
         bool saved = window->grab().save(windowFile);
         if (!screenFile.isEmpty())
-            if (QScreen* screen = window->screen())
-                saved = screen->grabWindow(0).save(screenFile) && saved;
+            if (QScreen* screen = window->screen()) {
+                // The part of the screen the program's windows cover, not the empty rest.
+                QRect covered;
+                for (QWidget* w : QApplication::topLevelWidgets())
+                    if (w->isVisible())
+                        covered |= w->frameGeometry();
+                saved = screen->grabWindow(0, covered.x(), covered.y(), covered.width(), covered.height())
+                            .save(screenFile) &&
+                        saved;
+            }
         QCoreApplication::exit(saved ? 0 : 1);
     });
 }
+
+// The system's printers as the reports' back end while the program runs.
+struct SystemPrinters {
+    SystemPrinters() { setReportPrinter(&printer); }
+    ~SystemPrinters() { setReportPrinter(nullptr); }
+    SystemPrinters(const SystemPrinters&) = delete;
+    SystemPrinters& operator=(const SystemPrinters&) = delete;
+    QtReportPrinter printer;
+};
 
 } // namespace
 
@@ -56,6 +75,9 @@ int RunVeridon(QApplication& app, const QStringList& arguments) {
     QDir::setCurrent(homeDir());
 
     QtMessagePresenter presenter;
+    // Reports go to the system's printers; an open report type is asked in a dialog.
+    const SystemPrinters printers;
+    WindowsReportChoice reportQuestion;
     if (!QFileInfo(GetDBPath()).isFile()) {
         zvMsgBox(QString::fromUtf8("Die Programmdatenbank '%1' wurde nicht gefunden.\nEine neue Arbeitsumgebung legt "
                                    "'veridon-cli --home %2 init --demo' an.")
@@ -75,11 +97,11 @@ int RunVeridon(QApplication& app, const QStringList& arguments) {
                 return;
             }
         }
-        FelderArray().Fill();
-        WerteArray().Clear();
+        RunStartupSteps();
         main = std::make_unique<frmMain>();
         instance.setWindow(main.get());
         main->show();
+        main->activateWindow();
         if (!screenshot.isEmpty())
             scheduleScreenshots(main.get(), screenshot, screenshotScreen);
     });

@@ -59,7 +59,7 @@ QIcon glyphIcon(const QString& glyph) {
     painter.setRenderHint(QPainter::Antialiasing);
     QFont font = painter.font();
     font.setBold(true);
-    font.setPixelSize(glyph.size() > 1 ? 11 : 18);
+    font.setPixelSize(glyph.size() > 3 ? 9 : glyph.size() > 1 ? 11 : 18);
     painter.setFont(font);
     painter.setPen(QColor(0x30, 0x30, 0x30));
     painter.drawText(pixmap.rect(), Qt::AlignCenter, glyph);
@@ -252,7 +252,7 @@ void frmMain::buildToolBar() {
     QStyle* s = style();
     mpOKWeiter_->setIcon(s->standardIcon(QStyle::SP_DialogApplyButton));
     mpBelegLoeschen_->setIcon(s->standardIcon(QStyle::SP_TrashIcon));
-    mpScannen_->setIcon(s->standardIcon(QStyle::SP_DriveCDIcon));
+    mpScannen_->setIcon(glyphIcon(QStringLiteral("Scan")));
     mpZoomIn_->setIcon(glyphIcon(QStringLiteral("+")));
     mpZoomOut_->setIcon(glyphIcon(QString(QChar(0x2212))));
     mpLeft_->setIcon(s->standardIcon(QStyle::SP_ArrowLeft));
@@ -314,6 +314,7 @@ void frmMain::connectActions() {
     connect(mpVollbild_, &QAction::triggered, this, &frmMain::toggleFullScreen);
     connect(mpBelegZumTest_, &QAction::triggered, this, &frmMain::actionBelegZumTest);
     connect(mpOptionen_, &QAction::triggered, this, &frmMain::showOptions);
+    connect(mpDrucken_, &QAction::triggered, this, &frmMain::actionDrucken);
     connect(mpInfo_, &QAction::triggered, this, &frmMain::showAbout);
     connectImageActions();
 }

@@ -89,6 +89,7 @@ private:
     void checkField(const QString& name);
     void actionBelegZumTest();
     void showOptions();
+    void actionDrucken();
     void showAbout();
     void focusFirstFaultyField();
     void onOK();

@@ -10,6 +10,7 @@
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "app/mdlStart.h"
 #include "check/mdlCheck.h"
 #include "model/FormModel.h"
 
@@ -85,7 +86,7 @@ void frmMain::colourFields(const QString& which) {
     for (QLineEdit* edit : fields()) {
         if (all ? !edit->isEnabled() : edit->objectName().compare(which, Qt::CaseInsensitive) != 0)
             continue;
-        setFieldBackground(edit, colourForStatus(statusCodeOf(status, edit->objectName()), programColours()));
+        setFieldBackground(edit, colourForStatus(statusCodeOf(status, edit->objectName()), ProgramColours()));
     }
 }
 
@@ -151,7 +152,7 @@ void frmMain::focusFirstField() {
 }
 
 int frmMain::SucheFehlerhaftesFeld(bool backwards) {
-    const int active = tabIndexOf(QApplication::focusWidget());
+    const int active = tabIndexOf(focusWidget());
     return searchFaultyFrom(backwards ? active - 1 : active + 1, backwards);
 }
 
@@ -161,7 +162,7 @@ int frmMain::searchFaultyFrom(int start, bool backwards) {
     const bool ran = RunReported(QStringLiteral("SucheFehlerhaftesFeld"), [&] {
         const int howFar = ToInteger(GetSysValue(QStringLiteral("F2_WieWeitSuchen")));
         const int what = ToInteger(GetSysValue(QStringLiteral("F2_WasSuchen")));
-        const QColor errorColour = colourOf(programColours().fehler);
+        const QColor errorColour = colourOf(ProgramColours().fehler);
         QWidget* found = nullptr;
         {
             QSqlQuery rows =
@@ -201,7 +202,7 @@ int frmMain::searchFaultyFrom(int start, bool backwards) {
 // over; after a hand-over with F2_WieWeitSuchen 2 the search goes on in the next record from its
 // first field, so the operator walks through a whole batch with F2 alone.
 void frmMain::f2Jump(bool backwards) {
-    QWidget* from = QApplication::focusWidget();
+    QWidget* from = focusWidget();
     int result = SucheFehlerhaftesFeld(backwards);
     while (result == 1 || result == 2) {
         if (backwards) {
@@ -218,6 +219,6 @@ void frmMain::f2Jump(bool backwards) {
         focusFirstField();
         if (result != 2)
             return;
-        result = searchFaultyFrom(tabIndexOf(QApplication::focusWidget()), false);
+        result = searchFaultyFrom(tabIndexOf(focusWidget()), false);
     }
 }

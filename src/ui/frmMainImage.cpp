@@ -49,7 +49,7 @@ void frmMain::showFieldImage() {
     RunReported(QStringLiteral("ShowFieldImage"), [&] {
         qint32 x = 0, y = 0, dx = 0, dy = 0;
         QString label;
-        QWidget* active = QApplication::focusWidget();
+        QWidget* active = focusWidget();
         if (isDataField(active) && FelderArray().Exists(active->objectName())) {
             const QString name = active->objectName();
             const qint16 layout = ToInteger(WerteArray().GetValue(QStringLiteral("TYP")));

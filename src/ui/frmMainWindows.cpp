@@ -1,5 +1,5 @@
 // frmMain: the small windows it opens - the error list beside the form, the test copy of the form
-// on screen, the options and the about window.
+// on screen, the options and the about window - and the printing of the record on screen.
 
 #include "FieldPalette.h"
 #include "frmAbout.h"
@@ -9,7 +9,9 @@
 #include "frmTestNotiz.h"
 
 #include "app/mdlMessages.h"
+#include "app/mdlStart.h"
 #include "lang/TranslateForm.h"
+#include "print/mdlPrint.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -49,6 +51,21 @@ void frmMain::showOptions() {
     ReloadLanguage();
     TranslateForm(this);
     updateCaption();
+    // The colours are the one setting kept in memory: take the new ones and show them at once.
+    LoadColours();
+    colourFields(QStringLiteral("all"));
+}
+
+// Printing the record on screen: the corrections so far are printed (they are stored first); a
+// record whose fields still fail is refused by the printing with its own message.
+void frmMain::actionDrucken() {
+    if (current_ < 0) {
+        QApplication::beep();
+        return;
+    }
+    controlsToValues();
+    PrintCommand(current_);
+    refreshAfterCheck();
 }
 
 void frmMain::showAbout() {
@@ -58,7 +75,7 @@ void frmMain::showAbout() {
 
 // The first field showing the error colour gets the focus; without one the focus stays where it is.
 void frmMain::focusFirstFaultyField() {
-    const QColor errorColour = colourOf(programColours().fehler);
+    const QColor errorColour = colourOf(ProgramColours().fehler);
     for (QLineEdit* edit : fields())
         if (edit->isEnabled() && fieldBackground(edit) == errorColour) {
             focusField(edit);

@@ -76,7 +76,7 @@ void frmMain::showEmpty() {
     korrigiert_->clear();
     enteredField_ = nullptr;
     enteredText_.clear();
-    if (datensatz_->isAncestorOf(QApplication::focusWidget()))
+    if (datensatz_->isAncestorOf(focusWidget()))
         buttonBeenden_->setFocus(Qt::OtherFocusReason);
     // Nothing to type into without a record; the actions beep.
     datensatz_->setEnabled(false);

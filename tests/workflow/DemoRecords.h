@@ -6,7 +6,8 @@
 #include <QString>
 #include <QVector>
 
-// One demo form as column name -> value (BMPName, TYP, SCANDAT, FORM_ID, ... CARD_EXPIRY).
+// One demo form as column name -> value (BMPName, TYP, SCANDAT, FORM_ID, ... CARD_EXPIRY), with the
+// form id "E-111N" that the evaluation reads off the cards.
 using FormValues = QMap<QString, QString>;
 
 // The demo forms in file order.

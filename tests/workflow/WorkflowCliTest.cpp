@@ -52,3 +52,40 @@ TEST_F(WorkflowCli, discard_deletes_record_and_image_but_not_another_workstation
 }
 
 } // namespace
+
+namespace {
+
+class AcceptCli : public WorkflowCli {
+protected:
+    AcceptCli() { execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0"); }
+};
+
+TEST_F(AcceptCli, accept_hands_a_clean_record_over_and_exports_it) {
+    const QVector<qint32> records = insertDemoRecords(2);
+    home.writeFile("images/31901002.tif", "II*");
+    CliRun run = cli({"accept", QString::number(records[1])});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains("übergeben")) << run.out.toStdString();
+    EXPECT_EQ(workflowOf(records[1]), "");
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901002.xml")));
+    EXPECT_EQ(workflowOf(records[0]), "10/0");
+}
+
+TEST_F(AcceptCli, accept_refuses_a_faulty_record_with_the_error_text) {
+    FormValues form = demoForms().at(0);
+    form["CARD_ID"] = "8004A";
+    const qint32 faulty = insertRecord(form);
+    CliRun run = cli({"accept", QString::number(faulty)});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("muss eine Zahl enthalten")) << run.err.toStdString();
+    EXPECT_EQ(workflowOf(faulty), "30/1");
+    EXPECT_FALSE(QFileInfo::exists(home.path("export/31901001.xml")));
+
+    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {faulty});
+    CliRun held = cli({"accept", QString::number(faulty)});
+    EXPECT_EQ(held.exitCode, 1);
+    EXPECT_TRUE(held.err.contains("Arbeitsplatz 2")) << held.err.toStdString();
+    EXPECT_EQ(cli({"accept"}).exitCode, 2);
+}
+
+} // namespace

@@ -316,4 +316,28 @@ TEST_F(HandOver, warnings_show_the_list_and_go_on_only_with_yes) {
     EXPECT_EQ(messages.messages().size(), 2);
 }
 
+TEST_F(HandOver, a_record_accepted_with_warnings_goes_to_40_and_is_exported) {
+    execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
+    const QVector<qint32> records = insertDemoRecords(2);
+    home.writeFile("images/31901001.tif", "II*");
+    const qint32 n = TakeNextRecord();
+    QString errorText = "\r\nGeburtsdatum liegt lange zurück";
+    messages.queueAnswer(MsgBox::Yes);
+    ASSERT_TRUE(HandOverDecision(3, errorText, nullptr));
+    ASSERT_TRUE(CompleteHandOver(n));
+
+    EXPECT_EQ(workflowOf(n), ""); // 40, exported (41) and removed by the export pass
+    const QString xml = QString::fromLatin1(home.readFile("export/31901001.xml"));
+    EXPECT_TRUE(xml.contains("<Name>Huber</Name>")) << xml.toStdString();
+    const QString copy = QString::fromLatin1(home.readFile("backup/261115/exportdata/exp.txt"));
+    EXPECT_TRUE(copy.contains("Huber,Maria")) << copy.toStdString();
+    EXPECT_EQ(workflowOf(records[1]), "10/0");
+}
+
+TEST_F(HandOver, completing_without_a_record_does_nothing) {
+    insertDemoRecords(1);
+    EXPECT_FALSE(CompleteHandOver(-1));
+    EXPECT_EQ(CountRows("LfdNr", "zvbWerte", "Workflow_Status=10"), 1);
+}
+
 } // namespace

@@ -1,0 +1,80 @@
+// Checks on screen: a field is checked when it is left and takes the colour of its status; the
+// record is checked when it is shown; F2 finds fields by "?" or by the error colour as
+// F2_WasSuchen says.
+
+#include "MainWindowFixture.h"
+
+#include "app/FieldColours.h"
+#include "model/FormModel.h"
+
+namespace {
+
+class FieldCheck : public MainWindowTest {
+protected:
+    const QColor errorColour = colourFromReference(FieldColours().fehler); // Color_Fehler &HA0A0FF
+    const QColor okColour = colourFromReference(FieldColours().ok);        // Color_OK &HFF00
+    const QColor noCheckColour = colourFromReference(FieldColours().noCheck);
+
+    void tabTo(const QString& name) {
+        for (int i = 0; i < 12 && focusedName() != name; ++i)
+            key(Qt::Key_Tab);
+        ASSERT_EQ(focusedName(), name);
+    }
+};
+
+TEST_F(FieldCheck, a_field_left_with_a_wrong_value_turns_the_error_colour) {
+    insertDemoRecords(1);
+    open();
+    ASSERT_EQ(errorColour, QColor(0xFF, 0xA0, 0xA0));
+    EXPECT_EQ(background("CARD_ID"), okColour);
+
+    tabTo("CARD_ID");
+    key(Qt::Key_F3);
+    type("8004A12");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(background("CARD_ID"), errorColour);
+    EXPECT_EQ(WerteArray().GetValue("CARD_ID"), "8004A12");
+    EXPECT_EQ(WerteArray().GetValue("Fehlerhaft").mid(8, 1), "3");
+    // The other fields keep their colours.
+    EXPECT_EQ(background("CARD_EXPIRY"), okColour);
+
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    key(Qt::Key_F3);
+    type("80040001234567890123");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(background("CARD_ID"), okColour);
+}
+
+TEST_F(FieldCheck, the_record_is_checked_and_coloured_when_it_is_shown) {
+    FormValues form = demoForms().at(0);
+    form["NACHNAME"] = "";
+    form["GEBDAT"] = "31.02.1961";
+    form["Fehlerhaft"] = "";
+    insertRecord(form);
+    open();
+    EXPECT_EQ(background("NACHNAME"), errorColour);
+    EXPECT_EQ(background("GEBDAT"), errorColour);
+    EXPECT_EQ(background("VORNAME"), okColour);
+    // PERSONAL_ID has no checks: it keeps the no-check colour.
+    EXPECT_EQ(background("PERSONAL_ID"), noCheckColour);
+}
+
+TEST_F(FieldCheck, f2_finds_error_coloured_fields_only_when_told_to) {
+    setting("F2_WieWeitSuchen", 1);
+    FormValues form = demoForms().at(0);
+    form["NACHNAME"] = "";
+    insertRecord(form);
+
+    setting("F2_WasSuchen", 2);
+    open();
+    key(Qt::Key_F2);
+    EXPECT_EQ(focusedName(), "NACHNAME");
+
+    // Only question marks: the empty name is no reason to stop.
+    setting("F2_WasSuchen", 0);
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    key(Qt::Key_F2);
+    EXPECT_EQ(focusedName(), "buttonOK");
+}
+
+} // namespace

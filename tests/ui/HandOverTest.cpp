@@ -1,0 +1,132 @@
+// Handing records over from the main window: OK with errors, OK on a clean record (saved as handed
+// over and exported), and F2 at the end of a record, up to a walk through a whole batch.
+
+#include "MainWindowFixture.h"
+
+#include "app/mdlDB.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace {
+
+class HandOverWindow : public MainWindowTest {
+protected:
+    HandOverWindow() {
+        // Reports are the export's own business; here no report is due.
+        setting("Report_Ambrix_Country", 0);
+        setting("Report_Other_Country", 0);
+        setting("Cursor_F2", true);
+        // The scans of the first demo forms lie in the image folder, as after an import.
+        for (const char* image : {"31901001.tif", "31901002.tif", "31901003.tif"})
+            writeImage(image);
+    }
+    QPushButton* okButton() const { return window->findChild<QPushButton*>("buttonOK"); }
+    QWidget* errorList() const {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->objectName() == "frmFehler" && w->isVisible())
+                return w;
+        return nullptr;
+    }
+    bool exported(const QString& image) const {
+        return QFileInfo::exists(home.path("export/" + QFileInfo(image).completeBaseName() + ".xml"));
+    }
+    // A demo form with an unread character in its name.
+    qint32 insertUnread(int form) {
+        FormValues values = demoForms().at(form);
+        values["NACHNAME"] = values["NACHNAME"].left(2) + "?" + values["NACHNAME"].mid(3);
+        return insertRecord(values);
+    }
+};
+
+TEST_F(HandOverWindow, ok_with_errors_keeps_the_record_and_lists_the_errors) {
+    const qint32 unread = insertUnread(0);
+    open();
+    QTest::mouseClick(okButton(), Qt::LeftButton);
+
+    EXPECT_EQ(workflowOf(unread), "30/1");
+    EXPECT_EQ(window->currentRecord(), unread);
+    EXPECT_EQ(window->findChild<QLineEdit*>("korrigiert")->text(), "0");
+    QWidget* list = errorList();
+    ASSERT_NE(list, nullptr);
+    const QString listed = list->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
+    EXPECT_TRUE(listed.contains("befindet sich noch ein ?")) << listed.toStdString();
+    // The list does not take the keyboard; the faulty field has it.
+    EXPECT_EQ(QApplication::activeWindow(), window.get());
+    EXPECT_EQ(focusedName(), "NACHNAME");
+    EXPECT_FALSE(exported("31901001.tif"));
+
+    // Ctrl+F hands the keyboard to the list.
+    key(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(focused(), list->findChild<QPlainTextEdit*>("txtFehler"));
+}
+
+TEST_F(HandOverWindow, ok_on_a_clean_record_exports_it_and_shows_the_next) {
+    const QVector<qint32> records = insertDemoRecords(2);
+    open();
+    QTest::mouseClick(okButton(), Qt::LeftButton);
+    EXPECT_EQ(workflowOf(records[0]), ""); // exported and removed
+    EXPECT_TRUE(exported("31901001.tif"));
+    EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
+    EXPECT_EQ(window->currentRecord(), records[1]);
+    EXPECT_EQ(field("NACHNAME")->text(), "de Vries");
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+}
+
+TEST_F(HandOverWindow, f2_with_wie_weit_2_hands_over_and_jumps_into_the_next_record) {
+    setting("F2_WieWeitSuchen", 2);
+    const qint32 clean = insertRecord(demoForms().at(0));
+    const qint32 unread = insertUnread(1);
+    open();
+    key(Qt::Key_F2);
+    EXPECT_TRUE(exported("31901001.tif"));
+    EXPECT_EQ(workflowOf(clean), "");
+    EXPECT_EQ(window->currentRecord(), unread);
+    EXPECT_EQ(focusedName(), "NACHNAME");
+    EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
+}
+
+TEST_F(HandOverWindow, f2_walks_through_a_batch_until_a_record_needs_the_operator) {
+    setting("F2_WieWeitSuchen", 2);
+    const QVector<FormValues> forms = demoForms();
+    insertRecord(forms.at(0));
+    insertRecord(forms.at(1));
+    const qint32 unread = insertUnread(2);
+    open();
+    key(Qt::Key_F2);
+    EXPECT_TRUE(exported("31901001.tif"));
+    EXPECT_TRUE(exported("31901002.tif"));
+    EXPECT_EQ(window->currentRecord(), unread);
+    EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
+
+    // Corrected, the last record goes with F2 as well, and the form is empty.
+    type("p");
+    key(Qt::Key_F2);
+    EXPECT_TRUE(exported("31901003.tif"));
+    EXPECT_EQ(window->currentRecord(), -1);
+}
+
+TEST_F(HandOverWindow, f2_with_wie_weit_0_hands_over_and_stops_at_the_first_field) {
+    setting("F2_WieWeitSuchen", 0);
+    insertRecord(demoForms().at(0));
+    const qint32 unread = insertUnread(1);
+    open();
+    key(Qt::Key_F2);
+    EXPECT_TRUE(exported("31901001.tif"));
+    EXPECT_EQ(window->currentRecord(), unread);
+    EXPECT_EQ(focusedName(), "FORM_ID");
+}
+
+TEST_F(HandOverWindow, shift_f2_never_hands_over) {
+    setting("F2_WieWeitSuchen", 2);
+    const QVector<qint32> records = insertDemoRecords(2);
+    open();
+    key(Qt::Key_Tab);
+    key(Qt::Key_F2, Qt::ShiftModifier);
+    EXPECT_EQ(focusedName(), "SCANDAT");
+    EXPECT_EQ(workflowOf(records[0]), "30/1");
+}
+
+} // namespace
