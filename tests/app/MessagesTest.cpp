@@ -4,6 +4,7 @@
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "check/CheckMessages.h"
 
 namespace {
 
@@ -115,8 +116,12 @@ TEST_F(Messages, runtime_error_report_names_the_procedure) {
     EXPECT_EQ(messages.messages()[0].buttons, MsgBox::Critical);
 }
 
+// The check engine's texts are looked up like every other message.
 TEST_F(Messages, every_message_id_is_translated_in_both_languages) {
-    for (const MessageText& m : allMessageTexts()) {
+    QVector<MessageText> texts = allMessageTexts();
+    for (const MessageText& m : CheckMsg::all)
+        texts << m;
+    for (const MessageText& m : texts) {
         for (const char* language : {"DE", "EN"}) {
             const QString condition =
                 QStringLiteral("Language_ID='%1' AND Name=%2").arg(QLatin1String(language), sqlQuote(m.idText()));
