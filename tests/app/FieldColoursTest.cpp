@@ -19,20 +19,12 @@ TEST(FieldColourTexts, hex_texts_are_blue_green_red) {
     EXPECT_THROW(parseColourText(""), VeridonError);
 }
 
+// Codes 0 to 5 give OK, no check, syntax OK, fault, greyed out and warning; anything else reads as
+// unchecked.
 TEST(FieldColourTexts, each_status_code_has_its_colour) {
-    FieldColours c;
-    c.ok = 1;
-    c.noCheck = 2;
-    c.syntaxOk = 3;
-    c.fehler = 4;
-    c.ausgegraut = 5;
-    c.warnung = 6;
-    EXPECT_EQ(colourForStatus("0", c), 1);
-    EXPECT_EQ(colourForStatus("1", c), 2);
-    EXPECT_EQ(colourForStatus("2", c), 3);
-    EXPECT_EQ(colourForStatus("3", c), 4);
-    EXPECT_EQ(colourForStatus("4", c), 5);
-    EXPECT_EQ(colourForStatus("5", c), 6);
+    const FieldColours c{.ok = 1, .noCheck = 2, .syntaxOk = 3, .fehler = 4, .ausgegraut = 5, .warnung = 6};
+    for (int code = 0; code <= 5; ++code)
+        EXPECT_EQ(colourForStatus(QString::number(code), c), code + 1) << "code " << code;
     EXPECT_EQ(colourForStatus("", c), 2);
     EXPECT_EQ(colourForStatus("9", c), 2);
 }

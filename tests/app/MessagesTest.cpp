@@ -4,6 +4,7 @@
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "check/CheckMessages.h"
 
 namespace {
 
@@ -83,19 +84,15 @@ TEST_F(Messages, message_box_shows_product_name_and_returns_the_answer) {
     EXPECT_EQ(messages.messages()[0].buttons, 36);
 }
 
+// The log is appended to, never shortened; a prompt's "\n" spread it over several lines.
 TEST_F(Messages, log_lines_have_the_exact_format_and_encoding) {
+    home.writeFile(QStringLiteral("zvMsgLog.txt"), "alt;eintrag;01.01.2026 08:00:00\r\n");
     zvMsgBox(QStringLiteral("Datei für Müller\\nzweite\\ndritte"), 64, QString());
     WriteLog(QStringLiteral("ImportZVBWerte()"), QStringLiteral("TARNVEL.INI ohne Eintrag"));
-    const QByteArray expected = "zvMsgBox;Datei f\xFCr M\xFCller\r\nzweite\r\ndritte#64#Veridon;15.11.2026 10:30:00\r\n"
+    const QByteArray expected = "alt;eintrag;01.01.2026 08:00:00\r\n"
+                                "zvMsgBox;Datei f\xFCr M\xFCller\r\nzweite\r\ndritte#64#Veridon;15.11.2026 10:30:00\r\n"
                                 "ImportZVBWerte();TARNVEL.INI ohne Eintrag;15.11.2026 10:30:00\r\n";
     EXPECT_EQ(home.readFile(QStringLiteral("zvMsgLog.txt")), expected);
-}
-
-TEST_F(Messages, log_is_appended_never_shortened) {
-    home.writeFile(QStringLiteral("zvMsgLog.txt"), "alt;eintrag;01.01.2026 08:00:00\r\n");
-    WriteLog(QStringLiteral("x"), QStringLiteral("y"));
-    EXPECT_EQ(home.readFile(QStringLiteral("zvMsgLog.txt")),
-              QByteArray("alt;eintrag;01.01.2026 08:00:00\r\nx;y;15.11.2026 10:30:00\r\n"));
 }
 
 TEST_F(Messages, unwritable_log_does_not_stop_the_message) {
@@ -115,8 +112,12 @@ TEST_F(Messages, runtime_error_report_names_the_procedure) {
     EXPECT_EQ(messages.messages()[0].buttons, MsgBox::Critical);
 }
 
+// The check engine's texts are looked up like every other message.
 TEST_F(Messages, every_message_id_is_translated_in_both_languages) {
-    for (const MessageText& m : allMessageTexts()) {
+    QVector<MessageText> texts = allMessageTexts();
+    for (const MessageText& m : CheckMsg::all)
+        texts << m;
+    for (const MessageText& m : texts) {
         for (const char* language : {"DE", "EN"}) {
             const QString condition =
                 QStringLiteral("Language_ID='%1' AND Name=%2").arg(QLatin1String(language), sqlQuote(m.idText()));

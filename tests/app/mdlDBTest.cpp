@@ -2,7 +2,6 @@
 
 #include "app/mdlDB.h"
 #include "HomeTest.h"
-#include "app/ColumnInfo.h"
 #include "app/Database.h"
 
 namespace {
@@ -16,6 +15,8 @@ TEST_F(DatabaseHelpers, get_value_answers_null_where_nothing_is_found) {
         GetValue(QStringLiteral("State_Name"), QStringLiteral("sysStates"), QStringLiteral("State_ID='XX'")).isNull());
     EXPECT_TRUE(GetValue(QStringLiteral("Gibtsnicht"), QStringLiteral("sysStates"), QString()).isNull());
     EXPECT_TRUE(messages.messages().isEmpty());
+    EXPECT_THROW(GetValue(QStringLiteral("x"), QStringLiteral("Gibtsnicht"), QString()), VeridonError)
+        << "a missing table is an error for the caller";
 }
 
 TEST_F(DatabaseHelpers, get_value_takes_the_first_matching_row_in_table_order) {
@@ -24,10 +25,6 @@ TEST_F(DatabaseHelpers, get_value_takes_the_first_matching_row_in_table_order) {
     EXPECT_EQ(GetValue(QStringLiteral("State_ID"), QStringLiteral("sysStates"), QStringLiteral("State_XmlType='2'"))
                   .toString(),
               QStringLiteral("IS"));
-}
-
-TEST_F(DatabaseHelpers, get_value_on_a_missing_table_is_an_error_for_the_caller) {
-    EXPECT_THROW(GetValue(QStringLiteral("x"), QStringLiteral("Gibtsnicht"), QString()), VeridonError);
 }
 
 TEST_F(DatabaseHelpers, count_rows_counts_all_matches) {
@@ -52,7 +49,6 @@ TEST_F(DatabaseHelpers, conversions_treat_null_and_empty_as_zero) {
     EXPECT_THROW(ToInteger(QStringLiteral("40000")), VeridonError);
     EXPECT_THROW(ToLong(QStringLiteral("12a")), VeridonError);
     EXPECT_EQ(StripNulls(QStringLiteral("ab") + QChar(0) + QStringLiteral("c") + QChar(0)), QStringLiteral("abc"));
-    EXPECT_EQ(GetValuesTable(), QStringLiteral("zvbWerte"));
 }
 
 TEST_F(DatabaseHelpers, workstation_number_comes_from_the_settings) {
@@ -75,39 +71,19 @@ TEST_F(DatabaseHelpers, settings_writers_store_texts_flags_and_two_columns) {
     EXPECT_THROW(SetSysValue(QStringLiteral("Gibtsnicht"), 1), VeridonError);
 }
 
-TEST_F(DatabaseHelpers, column_types_and_defined_sizes_are_discovered) {
-    const QVector<ColumnInfo> cols = tableColumns(QStringLiteral("zvbWerte"));
-    ASSERT_EQ(cols.size(), 33);
-    EXPECT_EQ(cols[indexOfColumn(cols, QStringLiteral("nachname"))].size, 40);
-    EXPECT_EQ(cols[indexOfColumn(cols, QStringLiteral("NACHNAME"))].type, DaoType::Text);
-    EXPECT_EQ(cols[indexOfColumn(cols, QStringLiteral("BMOffsetX"))].type, DaoType::Integer);
-    EXPECT_EQ(cols[indexOfColumn(cols, QStringLiteral("LfdNr"))].type, DaoType::Long);
-    EXPECT_EQ(cols[indexOfColumn(cols, QStringLiteral("Korrigiert"))].type, DaoType::Boolean);
-    EXPECT_EQ(tableColumns(QStringLiteral("zvbSys"))[1].type, DaoType::Date);
-    EXPECT_EQ(tableColumns(QStringLiteral("sysTexts"))[2].type, DaoType::Memo);
-    EXPECT_TRUE(tableColumns(QStringLiteral("Gibtsnicht")).isEmpty());
-}
-
 class IniFile : public HomeTest {};
 
-TEST_F(IniFile, reads_the_separator_of_the_result_file) {
-    EXPECT_EQ(GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner")), QStringLiteral(";"));
+TEST_F(IniFile, reads_keys_without_regard_to_case_cuts_trailing_blanks_and_answers_empty_for_missing_keys) {
     EXPECT_EQ(GetIniValue(QStringLiteral("beleg"), QStringLiteral("TRENNER")), QStringLiteral(";"));
-}
-
-TEST_F(IniFile, cuts_trailing_blanks_and_answers_empty_for_missing_keys) {
     home.writeFile(QStringLiteral("tarnvel.ini"),
                    "[Andere]\r\nTrenner=|\r\n[Beleg]\r\n; Kommentar\r\nTrenner =  ||   \r\nLeer=\r\n");
     EXPECT_EQ(GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner")), QStringLiteral("||"));
     EXPECT_EQ(GetIniValue(QStringLiteral("Andere"), QStringLiteral("Trenner")), QStringLiteral("|"));
-    EXPECT_EQ(GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Leer")), QString());
-    EXPECT_EQ(GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Fehlt")), QString());
-    EXPECT_EQ(GetIniValue(QStringLiteral("Fehlt"), QStringLiteral("Trenner")), QString());
-}
-
-TEST_F(IniFile, missing_file_gives_empty) {
+    for (const auto& [section, key] :
+         {std::pair{"Beleg", "Leer"}, std::pair{"Beleg", "Fehlt"}, std::pair{"Fehlt", "Trenner"}})
+        EXPECT_EQ(GetIniValue(QLatin1String(section), QLatin1String(key)), QString()) << section << '/' << key;
     QFile::remove(home.path(QStringLiteral("tarnvel.ini")));
-    EXPECT_EQ(GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner")), QString());
+    EXPECT_EQ(GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner")), QString()) << "no file";
 }
 
 } // namespace

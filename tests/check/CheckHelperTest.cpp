@@ -1,8 +1,11 @@
-// The check primitives, one group per primitive, with the boundary values an operator meets.
+// The check primitives, one table per primitive, with the boundary values an operator meets. Each
+// row names the primitive and the value when it fails.
 
 #include "HomeTest.h"
 #include "app/Errors.h"
 #include "check/mdlCheckHelper.h"
+
+#include <functional>
 
 namespace {
 
@@ -10,156 +13,81 @@ constexpr qint16 ok = CheckResult::Passed;
 constexpr qint16 bad = CheckResult::Error;
 const QChar comma = QLatin1Char(',');
 
-TEST(NurZiffern, digits_only_pass_and_anything_else_fails) {
-    EXPECT_EQ(NurZiffern("80040001234567890123"), ok);
-    EXPECT_EQ(NurZiffern(""), ok);
+// Expects check to pass every value of passing and to fail every value of failing.
+void expectEach(const char* primitive, const std::function<qint16(const QString&)>& check,
+                std::initializer_list<const char*> passing, std::initializer_list<const char*> failing) {
+    for (const char* value : passing)
+        EXPECT_EQ(check(QString::fromUtf8(value)), ok) << primitive << " on \"" << value << "\" should pass";
+    for (const char* value : failing)
+        EXPECT_EQ(check(QString::fromUtf8(value)), bad) << primitive << " on \"" << value << "\" should fail";
+}
+
+// Expects normalise to turn each "typed -> normal" row's typed text into its normal form.
+void expectNormal(const std::function<QString(const QString&)>& normalise, std::initializer_list<const char*> rows) {
+    for (const char* row : rows) {
+        const QStringList parts = QString::fromUtf8(row).split(" -> ");
+        EXPECT_EQ(normalise(parts[0]), parts[1]) << row;
+    }
+}
+
+TEST(CheckPrimitives, numbers_and_lengths) {
+    expectEach("NurZiffern", NurZiffern, {"80040001234567890123", ""}, {"12a", " 12", "1,5", "-5", "١٢"});
     EXPECT_EQ(NurZiffern(QString()), ok) << "null reads as the empty text";
-    EXPECT_EQ(NurZiffern("12a"), bad);
-    EXPECT_EQ(NurZiffern(" 12"), bad);
-    EXPECT_EQ(NurZiffern("1,5"), bad);
-    EXPECT_EQ(NurZiffern("-5"), bad);
-    EXPECT_EQ(NurZiffern(QString::fromUtf8("١٢")), bad) << "only the digits 0-9 count";
-}
 
-TEST(Gleitkommazahl, the_workstation_writes_decimals_with_a_comma) {
-    EXPECT_EQ(decimalSeparator(), comma);
-    EXPECT_EQ(Gleitkommazahl(comma, "12,50"), ok);
-    EXPECT_EQ(Gleitkommazahl(comma, "1250"), ok);
-    EXPECT_EQ(Gleitkommazahl(comma, "12.50"), bad) << "a point is not the separator";
-    EXPECT_EQ(Gleitkommazahl(comma, "1,2,3"), bad);
-    EXPECT_EQ(Gleitkommazahl(comma, "1,a"), bad);
-    EXPECT_EQ(Gleitkommazahl(comma, ""), ok);
-}
+    EXPECT_EQ(decimalSeparator(), comma) << "the workstation writes decimals with a comma";
+    expectEach("Gleitkommazahl(,)", [](const QString& v) { return Gleitkommazahl(comma, v); },
+               {"12,50", "1250", "", ",", ",5", "5,"}, {"12.50", "1,2,3", "1,a"});
+    expectEach("Gleitkommazahl(.)", [](const QString& v) { return Gleitkommazahl(QLatin1Char('.'), v); }, {"12.50"},
+               {"12,50"});
 
-TEST(Gleitkommazahl, either_part_may_be_empty) {
-    EXPECT_EQ(Gleitkommazahl(comma, ","), ok);
-    EXPECT_EQ(Gleitkommazahl(comma, ",5"), ok);
-    EXPECT_EQ(Gleitkommazahl(comma, "5,"), ok);
-}
+    expectEach("Laenge(5)", [](const QString& v) { return Laenge(5, v); }, {"", "12345", "Öß123"}, {"1234", "123456"});
 
-TEST(Gleitkommazahl, another_separator_can_be_named) {
-    EXPECT_EQ(Gleitkommazahl(QLatin1Char('.'), "12.50"), ok);
-    EXPECT_EQ(Gleitkommazahl(QLatin1Char('.'), "12,50"), bad);
-}
+    // A malformed number (1,2,3; 12345,a) is left to Gleitkommazahl and passes here.
+    expectEach("Gleitkommazahllaenge(3,2)", [](const QString& v) { return Gleitkommazahllaenge(3, 2, v, comma); },
+               {"123", "123,45", "", "1,2,3", "12345,a"}, {"1234", "1,234", "1234,5", "12a"});
 
-TEST(Laenge, empty_or_exactly_n_characters) {
-    EXPECT_EQ(Laenge(5, ""), ok);
-    EXPECT_EQ(Laenge(5, "1234"), bad);
-    EXPECT_EQ(Laenge(5, "12345"), ok);
-    EXPECT_EQ(Laenge(5, "123456"), bad);
-    EXPECT_EQ(Laenge(2, QString::fromUtf8("Öß")), ok) << "characters, not bytes";
-}
-
-TEST(Gleitkommazahllaenge, digits_before_and_after_the_separator_are_limited) {
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "123", comma), ok);
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "1234", comma), bad);
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "123,45", comma), ok);
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "1,234", comma), bad);
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "1234,5", comma), bad);
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "12a", comma), bad) << "without a separator the value must be digits";
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "", comma), ok);
-}
-
-TEST(Gleitkommazahllaenge, a_malformed_number_is_left_to_gleitkommazahl) {
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "1,2,3", comma), ok);
-    EXPECT_EQ(Gleitkommazahllaenge(3, 2, "12345,a", comma), ok);
-}
-
-TEST(Pflichtfeld, only_the_empty_value_fails) {
-    EXPECT_EQ(Pflichtfeld(""), bad);
+    expectEach("Pflichtfeld", Pflichtfeld, {" ", "Huber"}, {""});
     EXPECT_EQ(Pflichtfeld(QString()), bad);
-    EXPECT_EQ(Pflichtfeld(" "), ok) << "a value of blanks is filled";
-    EXPECT_EQ(Pflichtfeld("Huber"), ok);
 }
 
-TEST(Bereich, both_ends_are_included) {
-    EXPECT_EQ(Bereich(1, 12, "1"), ok);
-    EXPECT_EQ(Bereich(1, 12, "12"), ok);
-    EXPECT_EQ(Bereich(1, 12, "007"), ok);
-    EXPECT_EQ(Bereich(1, 12, "0"), bad);
-    EXPECT_EQ(Bereich(1, 12, "13"), bad);
-    EXPECT_EQ(Bereich(1, 12, ""), ok);
-    EXPECT_EQ(Bereich(-5, 5, "0"), ok);
-}
-
-TEST(Bereich, a_card_number_longer_than_any_number_is_out_of_range) {
-    EXPECT_EQ(Bereich(1, 99999, "80040001234567890123"), bad);
-}
-
-TEST(Bereich, a_value_that_is_no_number_is_a_runtime_error) {
+TEST(CheckPrimitives, ranges_include_both_ends) {
+    expectEach("Bereich(1,12)", [](const QString& v) { return Bereich(1, 12, v); }, {"1", "12", "007", ""},
+               {"0", "13"});
+    EXPECT_EQ(Bereich(1, 99999, "80040001234567890123"), bad) << "longer than any number";
     EXPECT_THROW(Bereich(1, 12, "1a"), VeridonError);
-}
 
-TEST(Gleitkommazahlbereich, the_value_is_read_as_a_decimal_number) {
-    EXPECT_EQ(Gleitkommazahlbereich(0.5, 2.5, "2"), ok);
-    EXPECT_EQ(Gleitkommazahlbereich(0.5, 2.5, "3"), bad);
-    EXPECT_EQ(Gleitkommazahlbereich(0.5, 2.5, "2,5"), ok);
-    EXPECT_EQ(Gleitkommazahlbereich(0.5, 2.5, "0,4"), bad);
-    EXPECT_EQ(Gleitkommazahlbereich(0.5, 2.5, "3,7"), bad);
-    EXPECT_EQ(Gleitkommazahlbereich(0.5, 2.5, ""), ok);
+    expectEach("Gleitkommazahlbereich(0.5,2.5)", [](const QString& v) { return Gleitkommazahlbereich(0.5, 2.5, v); },
+               {"2", "2,5", ""}, {"3", "0,4", "3,7"});
     EXPECT_THROW(Gleitkommazahlbereich(0.5, 2.5, "zwei"), VeridonError);
 }
 
-TEST(Werteliste, items_compare_exactly) {
-    EXPECT_EQ(Werteliste("Werteliste(J,N)", "N"), ok);
-    EXPECT_EQ(Werteliste("Werteliste(J,N)", "j"), bad) << "case matters";
-    EXPECT_EQ(Werteliste("Werteliste(J,N)", ""), ok);
-    EXPECT_EQ(Werteliste("Werteliste(E111,E128,EHIC)", "EHIC"), ok);
-    EXPECT_EQ(Werteliste("Werteliste(E111,E128,EHIC)", "EHI"), bad);
-    EXPECT_EQ(Werteliste("Werteliste(E111,E128,EHIC)", "E111,E128"), bad);
+TEST(CheckPrimitives, werteliste_items_compare_exactly_with_their_blanks) {
+    const auto list = [](const char* command) {
+        return [command](const QString& v) {
+            return Werteliste(QString::fromUtf8(command), v);
+        };
+    };
+    expectEach("Werteliste(J,N)", list("Werteliste(J,N)"), {"N", ""}, {"j"});
+    expectEach("Werteliste(E111,E128,EHIC)", list("Werteliste(E111,E128,EHIC)"), {"EHIC"}, {"EHI", "E111,E128"});
+    expectEach("Werteliste(A, B)", list("Werteliste(A, B)"), {" B"}, {"B"});
+    expectEach("Werteliste(,X)", list("Werteliste(,X)"), {"X"}, {});
+    // The list ends at the first closing parenthesis.
+    expectEach("Werteliste(A,B)C)", list("Werteliste(A,B)C)"), {"B"}, {"B)C"});
 }
 
-TEST(Werteliste, blanks_belong_to_the_item) {
-    EXPECT_EQ(Werteliste("Werteliste(A, B)", " B"), ok);
-    EXPECT_EQ(Werteliste("Werteliste(A, B)", "B"), bad);
-    EXPECT_EQ(Werteliste("Werteliste(,X)", "X"), ok) << "a leading comma gives an empty first item";
+TEST(CheckPrimitives, times_are_brought_to_hh_mm_within_the_day) {
+    // Other forms stay as typed.
+    expectNormal(NormiereZeit, {"930 -> 09:30", "9:30 -> 09:30", ":30 -> 00:30", "9:5 -> 09:05", "7 -> 07:00",
+                                "14:45 -> 14:45", "9.30 Uhr -> 9.30 Uhr"});
+    // Only the outer characters are read: 12.30 passes.
+    expectEach("Zeit", Zeit, {"930", "7", "23:59", "24:00", "", "12.30"},
+               {"24:30", "12:60", "25", "9a0", "12?0", "123456"});
 }
 
-TEST(Werteliste, the_list_ends_at_the_first_closing_parenthesis) {
-    EXPECT_EQ(Werteliste("Werteliste(A,B)C)", "B"), ok);
-    EXPECT_EQ(Werteliste("Werteliste(A,B)C)", "B)C"), bad);
-}
-
-TEST(Zeit, operator_short_forms_are_brought_to_hh_mm) {
-    EXPECT_EQ(NormiereZeit("930"), "09:30");
-    EXPECT_EQ(NormiereZeit("0930"), "09:30");
-    EXPECT_EQ(NormiereZeit("9:30"), "09:30");
-    EXPECT_EQ(NormiereZeit(":30"), "00:30");
-    EXPECT_EQ(NormiereZeit("9:5"), "09:05");
-    EXPECT_EQ(NormiereZeit("23"), "23:00");
-    EXPECT_EQ(NormiereZeit("7"), "07:00");
-    EXPECT_EQ(NormiereZeit("14:45"), "14:45");
-    EXPECT_EQ(NormiereZeit("9.30 Uhr"), "9.30 Uhr") << "other forms stay as typed";
-}
-
-TEST(Zeit, hours_and_minutes_must_lie_within_the_day) {
-    EXPECT_EQ(Zeit("930"), ok);
-    EXPECT_EQ(Zeit("7"), ok);
-    EXPECT_EQ(Zeit("23:59"), ok);
-    EXPECT_EQ(Zeit("24:00"), ok) << "midnight at the end of the day";
-    EXPECT_EQ(Zeit("24:30"), bad);
-    EXPECT_EQ(Zeit("12:60"), bad);
-    EXPECT_EQ(Zeit("25"), bad);
-    EXPECT_EQ(Zeit("9a0"), bad);
-    EXPECT_EQ(Zeit("12?0"), bad);
-    EXPECT_EQ(Zeit("123456"), bad);
-    EXPECT_EQ(Zeit(""), ok);
-}
-
-TEST(Zeit, only_the_outer_characters_are_read) {
-    EXPECT_EQ(Zeit("12.30"), ok);
-}
-
-TEST(Waehrung, the_amount_needs_exactly_n_decimals) {
-    EXPECT_EQ(Waehrung("12,50", comma, 2), ok);
-    EXPECT_EQ(Waehrung(",50", comma, 2), ok);
-    EXPECT_EQ(Waehrung("10,5", comma, 2), bad);
-    EXPECT_EQ(Waehrung("12,500", comma, 2), bad);
-    EXPECT_EQ(Waehrung("12", comma, 2), bad);
-    EXPECT_EQ(Waehrung("12.50", comma, 2), bad);
-    EXPECT_EQ(Waehrung("1,2,50", comma, 2), bad);
-    EXPECT_EQ(Waehrung("a,50", comma, 2), bad);
-    EXPECT_EQ(Waehrung("", comma, 2), bad) << "an amount without its separator, even the empty one, fails";
+TEST(CheckPrimitives, waehrung_needs_exactly_n_decimals) {
+    // An amount without its separator fails, even the empty one.
+    expectEach("Waehrung(2)", [](const QString& v) { return Waehrung(v, comma, 2); }, {"12,50", ",50"},
+               {"10,5", "12,500", "12", "12.50", "1,2,50", "a,50", ""});
 }
 
 // Dates on the fixed test day, Sunday 15 November 2026.
@@ -167,87 +95,60 @@ class Dates : public HomeTest {
 protected:
     Dates() : HomeTest(TempHome::Content::Empty) {}
     static QString day(int offset) { return QDate(2026, 11, 15).addDays(offset).toString("dd.MM.yyyy"); }
-    static qint16 range(const QString& value, const QString& from, const QString& to) {
-        return Datum(value, DatumMode::Range, from, to);
+
+    // Datum_Bereich(from,to) on the days offset from today: passing ones, then failing ones.
+    static void expectRange(const char* from, const char* to, std::initializer_list<int> passing,
+                            std::initializer_list<int> failing) {
+        const auto range = [&](const QString& v) {
+            return Datum(v, DatumMode::Range, from, to);
+        };
+        QStringList pass, fail;
+        for (int offset : passing)
+            pass << day(offset);
+        for (int offset : failing)
+            fail << day(offset);
+        for (const QString& value : pass)
+            EXPECT_EQ(range(value), ok) << "Datum_Bereich(" << from << ',' << to << ") on " << value.toStdString();
+        for (const QString& value : fail)
+            EXPECT_EQ(range(value), bad) << "Datum_Bereich(" << from << ',' << to << ") on " << value.toStdString();
     }
 };
 
 TEST_F(Dates, reading_forms_are_brought_to_dd_mm_yyyy) {
-    EXPECT_EQ(NormiereDatum("15.11.2026", false), "15.11.2026");
-    EXPECT_EQ(NormiereDatum("150385", false), "15.03.1985");
-    EXPECT_EQ(NormiereDatum("15031985", false), "15.03.1985");
-    EXPECT_EQ(NormiereDatum("1.3.85", false), "01.03.1985");
-    EXPECT_EQ(NormiereDatum("3.07.1961", false), "03.07.1961");
-    EXPECT_EQ(NormiereDatum("03.7.61", false), "03.07.1961");
-    EXPECT_EQ(NormiereDatum("01/03/2029", false), "01.03.2029");
-    EXPECT_EQ(NormiereDatum("1-3-2029", false), "01.03.2029");
-    EXPECT_EQ(NormiereDatum(" 01.03.85 ", false), "01.03.1985");
-}
-
-TEST_F(Dates, two_digit_years_up_to_this_year_are_this_century) {
-    EXPECT_EQ(NormiereDatum("01.01.00", false), "01.01.2000");
-    EXPECT_EQ(NormiereDatum("311226", false), "31.12.2026");
-    EXPECT_EQ(NormiereDatum("010127", false), "01.01.1927");
-    EXPECT_EQ(NormiereDatum("01.01.99", false), "01.01.1999");
-    clock.set(QDateTime(QDate(2030, 1, 2), QTime(8, 0)));
-    EXPECT_EQ(NormiereDatum("010127", false), "01.01.2027") << "the boundary moves with the clock";
-}
-
-TEST_F(Dates, other_shapes_come_back_unchanged) {
-    EXPECT_EQ(NormiereDatum("1503851", false), "1503851");
-    EXPECT_EQ(NormiereDatum("15.11", false), "15.11");
-    EXPECT_EQ(NormiereDatum("15.111.2026", false), "15.111.2026");
-    EXPECT_EQ(NormiereDatum("15.11.026", false), "15.11.026");
-    EXPECT_EQ(NormiereDatum("15. Nov 2026", false), "15. Nov 2026");
-    EXPECT_EQ(NormiereDatum("", false), "");
-}
-
-TEST_F(Dates, the_strict_flag_keeps_an_impossible_date_as_typed) {
-    EXPECT_EQ(NormiereDatum("31.2.26", false), "31.02.2026");
-    EXPECT_EQ(NormiereDatum("31.2.26", true), "31.2.26");
+    const auto loose = [](const QString& v) {
+        return NormiereDatum(v, false);
+    };
+    expectNormal(loose, {"150385 -> 15.03.1985", "15031985 -> 15.03.1985", "1.3.85 -> 01.03.1985",
+                         "03.7.61 -> 03.07.1961", "01/03/2029 -> 01.03.2029", "1-3-2029 -> 01.03.2029",
+                         " 01.03.85  -> 01.03.1985", "31.2.26 -> 31.02.2026"});
+    // Two-digit years up to this year are this century.
+    expectNormal(loose, {"01.01.00 -> 01.01.2000", "311226 -> 31.12.2026", "010127 -> 01.01.1927"});
+    // Other shapes come back unchanged.
+    expectNormal(loose, {"1503851 -> 1503851", "15.11 -> 15.11", "15.111.2026 -> 15.111.2026", "15.11.026 -> 15.11.026",
+                         "15. Nov 2026 -> 15. Nov 2026", " -> "});
+    EXPECT_EQ(NormiereDatum("31.2.26", true), "31.2.26") << "the strict flag keeps an impossible date as typed";
     EXPECT_EQ(NormiereDatum("28.2.26", true), "28.02.2026");
+    clock.set(QDateTime(QDate(2030, 1, 2), QTime(8, 0)));
+    EXPECT_EQ(NormiereDatum("010127", false), "01.01.2027") << "the century boundary moves with the clock";
 }
 
 TEST_F(Dates, datum_accepts_every_valid_date_in_a_reading_form) {
-    EXPECT_EQ(Datum("15.11.2026", DatumMode::Valid, "", ""), ok);
-    EXPECT_EQ(Datum("150385", DatumMode::Valid, "", ""), ok);
-    EXPECT_EQ(Datum("29.02.2028", DatumMode::Valid, "", ""), ok);
-    EXPECT_EQ(Datum("29.02.2027", DatumMode::Valid, "", ""), bad);
-    EXPECT_EQ(Datum("15.13.2026", DatumMode::Valid, "", ""), bad);
-    EXPECT_EQ(Datum("15.11.2?26", DatumMode::Valid, "", ""), bad);
-    EXPECT_EQ(Datum("", DatumMode::Valid, "", ""), ok);
+    expectEach("Datum", [](const QString& v) { return Datum(v, DatumMode::Valid, "", ""); },
+               {"15.11.2026", "150385", "29.02.2028", ""}, {"29.02.2027", "15.13.2026", "15.11.2?26"});
     EXPECT_EQ(Datum("15.11.2026", 3, "", ""), bad) << "an unknown mode fails";
 }
 
-TEST_F(Dates, only_a_bound_into_the_past) {
-    EXPECT_EQ(range(day(0), "30", ""), ok);
-    EXPECT_EQ(range(day(-30), "30", ""), ok);
-    EXPECT_EQ(range(day(-31), "30", ""), bad);
-    EXPECT_EQ(range(day(1), "30", ""), bad);
-    EXPECT_EQ(range(day(2), "30", ""), ok) << "two or more days ahead pass";
-    EXPECT_EQ(range(day(5), "30", ""), ok);
-}
-
-TEST_F(Dates, only_a_bound_into_the_future) {
-    EXPECT_EQ(range(day(10), "", "10"), ok);
-    EXPECT_EQ(range(day(11), "", "10"), bad);
-    EXPECT_EQ(range(day(-20000), "", "10"), ok) << "every past date passes";
-}
-
-TEST_F(Dates, both_bounds_are_exclusive) {
-    EXPECT_EQ(range(day(0), "30", "10"), ok);
-    EXPECT_EQ(range(day(1), "30", "10"), ok);
-    EXPECT_EQ(range(day(9), "30", "10"), ok);
-    EXPECT_EQ(range(day(10), "30", "10"), bad);
-    EXPECT_EQ(range(day(-29), "30", "10"), ok);
-    EXPECT_EQ(range(day(-30), "30", "10"), bad);
-}
-
-TEST_F(Dates, a_range_needs_a_bound_and_a_valid_date) {
-    EXPECT_EQ(range(day(0), "", ""), bad);
-    EXPECT_EQ(range("31.02.2026", "30", "10"), bad);
-    EXPECT_EQ(range("", "30", "10"), ok);
-    EXPECT_THROW(range(day(0), "dreißig", ""), VeridonError);
+TEST_F(Dates, datum_bereich_bounds_count_days_from_today) {
+    // Only a bound into the past: tomorrow fails, two or more days ahead pass.
+    expectRange("30", "", {0, -30, 2, 5}, {-31, 1});
+    // Only a bound into the future: every past date passes.
+    expectRange("", "10", {10, -20000}, {11});
+    // Both bounds are exclusive.
+    expectRange("30", "10", {0, 1, 9, -29}, {10, -30});
+    EXPECT_EQ(Datum(day(0), DatumMode::Range, "", ""), bad) << "a range needs a bound";
+    EXPECT_EQ(Datum("31.02.2026", DatumMode::Range, "30", "10"), bad);
+    EXPECT_EQ(Datum("", DatumMode::Range, "30", "10"), ok);
+    EXPECT_THROW(Datum(day(0), DatumMode::Range, "dreißig", ""), VeridonError);
 }
 
 class LookupPrimitive : public HomeTest {};

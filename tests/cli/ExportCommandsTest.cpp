@@ -86,10 +86,6 @@ TEST(ExportCommands, housekeeping_runs_the_start_up_steps_and_notes_the_day) {
     EXPECT_EQ(CountRows("*", "zvbAutoImport", "VersionsDatum IS NULL"), 0);
 }
 
-} // namespace
-
-namespace {
-
 TEST(PrintCommand, prints_a_clean_record_and_refuses_a_faulty_one) {
     TempHome home;
     SetSysValue("Report_Other_Country", 3);

@@ -144,13 +144,4 @@ TEST(DemoFormList, broken_lists_are_refused_with_a_message) {
     EXPECT_EQ(error, QStringLiteral("Der Formularliste '%1' fehlt die Spalte TYP.").arg(path));
 }
 
-TEST(DemoFormList, reads_layout_and_values) {
-    const QList<DemoForm> forms = demoForms();
-    ASSERT_EQ(forms.size(), 8);
-    EXPECT_EQ(forms[0].bmpName, QStringLiteral("31901001.tif"));
-    EXPECT_EQ(forms[0].typ, 4);
-    EXPECT_EQ(forms[2].typ, 5);
-    EXPECT_EQ(forms[5].values.value(QStringLiteral("NACHNAME")), QStringLiteral("Müller-Lüdenscheidt"));
-}
-
 } // namespace

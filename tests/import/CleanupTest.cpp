@@ -2,32 +2,42 @@
 // layouts, with the line helpers and the replacement rules on their own.
 
 #include "HomeTest.h"
+#include "RecordRows.h"
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "import/OcrCorrection.h"
 #include "import/mdlImportNachbearbeitung.h"
 
+#include <functional>
+
 namespace {
+
+// Expects normalise to turn the text before " -> " of each row into the text after it.
+void expectNormal(const std::function<QString(const QString&)>& normalise, std::initializer_list<const char*> rows) {
+    for (const char* row : rows) {
+        const QStringList parts = QString::fromUtf8(row).split(" -> ");
+        EXPECT_EQ(normalise(parts[0]), parts[1]) << row;
+    }
+}
 
 class Cleanup : public HomeTest {
 protected:
     // A new row as the import leaves it; returns its LfdNr.
     int newRow(const QString& typ, const QStringList& lines) {
-        QStringList columns{"BMPName", "TYP", "Neuimport"};
-        QVariantList values{"319010" + QString::number(++images_) + ".tif", typ, true};
-        const int first = typ == "4" ? 4 : 5;
-        for (int i = 0; i < lines.size(); ++i) {
-            columns << QString("T%1_L%2").arg(first).arg(i + 1);
-            values << lines[i];
-        }
-        execSql("INSERT INTO zvbWerte (" + columns.join(',') + ") VALUES (" +
-                    QStringList(values.size(), "?").join(',') + ")",
-                values);
-        QSqlQuery last = execSql("SELECT MAX(LfdNr) FROM zvbWerte");
-        return last.next() ? last.value(0).toInt() : -1;
+        RowValues row{{"BMPName", "319010" + QString::number(++images_) + ".tif"}, {"TYP", typ}, {"Neuimport", true}};
+        for (int i = 0; i < lines.size(); ++i)
+            row.insert(QString("T%1_L%2").arg(typ == "4" ? 4 : 5).arg(i + 1), lines[i]);
+        return insertRecord(row);
     }
     QString field(int lfdNr, const char* column) {
         return GetValue(QString::fromLatin1(column), "zvbWerte", "LfdNr=" + QString::number(lfdNr)).toString();
+    }
+    // Expects each "COLUMN=value" of the stored row.
+    void expectFields(int lfdNr, std::initializer_list<const char*> expected) {
+        for (const char* pair : expected) {
+            const QString column = QString::fromUtf8(pair).section('=', 0, 0);
+            EXPECT_EQ(field(lfdNr, column.toLatin1().constData()), QString::fromUtf8(pair).section('=', 1)) << pair;
+        }
     }
     int images_ = 0;
 };
@@ -36,18 +46,11 @@ TEST_F(Cleanup, layout_5_maps_one_line_per_field_and_repairs_the_reading) {
     const int row = newRow("5", {"EHIC  DE", "]  de", "|  MUELLER", "anna-lena", "12/03/1960    123 456",
                                  "108310400 - AOK Bayern  |", "8027 6883 1100 0012 3456     12|03\\2031"});
     EXPECT_EQ(ImportNachbearbeitung(), 1);
-    EXPECT_EQ(field(row, "TYP"), "5");
-    EXPECT_EQ(field(row, "FORM_ID"), "E-111N");
-    EXPECT_EQ(field(row, "STATE"), "DE");
-    EXPECT_EQ(field(row, "NACHNAME"), "MUELLER") << "frame and blanks go, capitals stay";
-    EXPECT_EQ(field(row, "VORNAME"), "Anna-Lena");
-    EXPECT_EQ(field(row, "GEBDAT"), "12/03/1960");
-    EXPECT_EQ(field(row, "PERSONAL_ID"), "123456");
-    EXPECT_EQ(field(row, "INSTITUT_ID"), "108310400 - AOK Bayern");
-    EXPECT_EQ(field(row, "CARD_ID"), "80276883110000123456");
-    EXPECT_EQ(field(row, "CARD_EXPIRY"), "12/03/2031");
-    EXPECT_EQ(field(row, "Workflow_Status"), "10");
-    EXPECT_EQ(field(row, "T5_L3"), "|  MUELLER") << "the raw lines stay as read";
+    // The frame and blanks go from MUELLER, capitals stay; the raw lines stay as read.
+    expectFields(row,
+                 {"TYP=5", "FORM_ID=E-111N", "STATE=DE", "NACHNAME=MUELLER", "VORNAME=Anna-Lena", "GEBDAT=12/03/1960",
+                  "PERSONAL_ID=123456", "INSTITUT_ID=108310400 - AOK Bayern", "CARD_ID=80276883110000123456",
+                  "CARD_EXPIRY=12/03/2031", "Workflow_Status=10", "T5_L3=|  MUELLER"});
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
@@ -56,15 +59,10 @@ TEST_F(Cleanup, layout_4_splits_its_shared_lines_at_the_widest_gap) {
         newRow("4", {"EUROPÄISCHE KRANKENVERSICHERUNGSKARTE", "|  at", "de Vries", "| jan pieter      22/02/1985  |",
                      "1234 030761      1100 - OEGK", "8004 0001 2345 6789 0123     xx31/12/2029"});
     EXPECT_EQ(ImportNachbearbeitung(), 1);
-    EXPECT_EQ(field(row, "TYP"), "4");
-    EXPECT_EQ(field(row, "STATE"), "AT");
-    EXPECT_EQ(field(row, "NACHNAME"), "De Vries");
-    EXPECT_EQ(field(row, "VORNAME"), "Jan Pieter") << "the bar before the name goes once the line is split";
-    EXPECT_EQ(field(row, "GEBDAT"), "22/02/1985");
-    EXPECT_EQ(field(row, "PERSONAL_ID"), "1234030761");
-    EXPECT_EQ(field(row, "INSTITUT_ID"), "1100 - OEGK");
-    EXPECT_EQ(field(row, "CARD_ID"), "80040001234567890123");
-    EXPECT_EQ(field(row, "CARD_EXPIRY"), "31/12/2029") << "the date is cut out of what surrounds it";
+    // The bar before the first name goes once the line is split; the expiry is cut out of what surrounds it.
+    expectFields(row, {"TYP=4", "STATE=AT", "NACHNAME=De Vries", "VORNAME=Jan Pieter", "GEBDAT=22/02/1985",
+                       "PERSONAL_ID=1234030761", "INSTITUT_ID=1100 - OEGK", "CARD_ID=80040001234567890123",
+                       "CARD_EXPIRY=31/12/2029"});
 }
 
 TEST_F(Cleanup, slash_read_as_one_is_put_back_in_either_place_or_both) {
@@ -125,63 +123,46 @@ TEST_F(Cleanup, failure_is_reported_and_returns_zero) {
 }
 
 TEST(LineHelpers, frame_characters_go_only_with_enough_blanks_beside_them) {
-    EXPECT_EQ(EntferneRandzeichen("|  MUELLER", 1), "MUELLER");
-    EXPECT_EQ(EntferneRandzeichen("  ] de Vries ", 1), "de Vries");
-    EXPECT_EQ(EntferneRandzeichen("| MUELLER", 2), "| MUELLER") << "one blank does not count when n is 2";
-    EXPECT_EQ(EntferneRandzeichen("120207 - ASL Roma 1", 2), "120207 - ASL Roma 1");
-    EXPECT_EQ(EntferneRandzeichen("120207 - ASL Roma  1", 2), "120207 - ASL Roma");
-    EXPECT_EQ(EntferneRandzeichen("(  FR  )", 2), "FR");
-    EXPECT_EQ(EntferneRandzeichen("l   Jan Pieter   22/02/1985   \\", 2), "Jan Pieter   22/02/1985");
-    EXPECT_EQ(EntferneRandzeichen("Ida", 1), "Ida") << "a name starting with I stays whole";
+    // A name starting with I stays whole.
+    expectNormal([](const QString& line) { return EntferneRandzeichen(line, 1); },
+                 {"|  MUELLER -> MUELLER", "  ] de Vries  -> de Vries", "Ida -> Ida"});
+    // With n = 2 one blank does not count.
+    expectNormal([](const QString& line) { return EntferneRandzeichen(line, 2); },
+                 {"| MUELLER -> | MUELLER", "120207 - ASL Roma 1 -> 120207 - ASL Roma 1",
+                  "120207 - ASL Roma  1 -> 120207 - ASL Roma", "(  FR  ) -> FR",
+                  "l   Jan Pieter   22/02/1985   \\ -> Jan Pieter   22/02/1985"});
 }
 
 TEST(LineHelpers, smart_case_raises_word_starts_and_lowers_nothing) {
-    EXPECT_EQ(SmartCase("anna-lena"), "Anna-Lena");
-    EXPECT_EQ(SmartCase("MUELLER"), "MUELLER");
-    EXPECT_EQ(SmartCase("müller-lüdenscheidt"), "Müller-Lüdenscheidt");
-    EXPECT_EQ(SmartCase("jan pieter"), "Jan Pieter");
-    EXPECT_EQ(SmartCase("mcDonald"), "McDonald");
-    EXPECT_EQ(SmartCase(""), "");
+    expectNormal(SmartCase, {"anna-lena -> Anna-Lena", "MUELLER -> MUELLER",
+                             "müller-lüdenscheidt -> Müller-Lüdenscheidt", "mcDonald -> McDonald", " -> "});
 }
 
 TEST(LineHelpers, split_at_the_widest_gap_takes_its_first_occurrence) {
-    QString first, second;
-    TrenneAmGroesstenAbstand("12/03/1960    123 456", first, second);
-    EXPECT_EQ(first, "12/03/1960");
-    EXPECT_EQ(second, "123 456");
-    TrenneAmGroesstenAbstand("Jan Pieter  22/02/1985  x", first, second);
-    EXPECT_EQ(first, "Jan Pieter");
-    EXPECT_EQ(second, "22/02/1985  x");
-    TrenneAmGroesstenAbstand("80040001234567890123", first, second);
-    EXPECT_EQ(first, "80040001234567890123");
-    EXPECT_EQ(second, "");
+    const auto split = [](const QString& line) {
+        QString first, second;
+        TrenneAmGroesstenAbstand(line, first, second);
+        return first + " | " + second;
+    };
+    expectNormal(split, {"12/03/1960    123 456 -> 12/03/1960 | 123 456",
+                         "Jan Pieter  22/02/1985  x -> Jan Pieter | 22/02/1985  x",
+                         "80040001234567890123 -> 80040001234567890123 | "});
 }
 
-TEST(LineHelpers, date_is_cut_out_of_surrounding_characters) {
-    EXPECT_EQ(SchneideDatumAus("x31/12/2029]"), "31/12/2029");
-    EXPECT_EQ(SchneideDatumAus("1/31/12/2029"), "31/12/2029");
-    EXPECT_EQ(SchneideDatumAus("31/12/2029"), "31/12/2029");
-    EXPECT_EQ(SchneideDatumAus("31/12/29"), "31/12/29");
-    EXPECT_EQ(SchneideDatumAus("/31/12/202"), "/31/12/202");
-    EXPECT_EQ(repairCardDate("12|03\\1960"), "12/03/1960");
-    EXPECT_EQ(repairCardDate(" 12 / 03 / 1960 "), "12/03/1960");
-    EXPECT_EQ(repairCardDate("1210311960"), "12/03/1960");
-    EXPECT_EQ(repairCardDate("12l03I1960"), "12/03/1960");
-    EXPECT_EQ(repairCardDate("12.03.1960"), "12.03.1960");
+TEST(LineHelpers, date_is_cut_out_of_surrounding_characters_and_misread_slashes_repaired) {
+    expectNormal(SchneideDatumAus, {"x31/12/2029] -> 31/12/2029", "1/31/12/2029 -> 31/12/2029", "31/12/29 -> 31/12/29",
+                                    "/31/12/202 -> /31/12/202"});
+    expectNormal(repairCardDate, {"12|03\\1960 -> 12/03/1960", " 12 / 03 / 1960  -> 12/03/1960",
+                                  "1210311960 -> 12/03/1960", "12l03I1960 -> 12/03/1960", "12.03.1960 -> 12.03.1960"});
 }
 
 class States : public HomeTest {};
 
 TEST_F(States, state_codes_are_checked_against_the_known_states) {
-    EXPECT_EQ(ErmittleStaat("de"), "DE");
-    EXPECT_EQ(ErmittleStaat("D?"), "D?") << "DE and DK";
-    EXPECT_EQ(ErmittleStaat("?E"), "?");
-    EXPECT_EQ(ErmittleStaat("XX"), "?");
-    EXPECT_EQ(ErmittleStaat("D1"), "?");
-    EXPECT_EQ(ErmittleStaat("A"), "A");
-    EXPECT_EQ(ErmittleStaat(""), "");
-    EXPECT_EQ(ErmittleStaat("EHIC  IT"), "IT");
-    EXPECT_EQ(ErmittleStaat("EUROPEAN HEALTH"), "?") << "RO and LT both occur";
+    // D? fits DE and DK; RO and LT both occur in EUROPEAN HEALTH.
+    expectNormal([](const QString& text) { return ErmittleStaat(text); },
+                 {"de -> DE", "D? -> D?", "?E -> ?", "XX -> ?", "D1 -> ?", "A -> A", " -> ", "EHIC  IT -> IT",
+                  "EUROPEAN HEALTH -> ?"});
     execSql("DELETE * FROM sysStates WHERE State_ID='DK'");
     EXPECT_EQ(ErmittleStaat("d?"), "DE");
 }

@@ -102,35 +102,30 @@ class Unmovable {
 public:
     explicit Unmovable(const QString& file) : file_(file), folder_(QFileInfo(file).absolutePath()) {
         ::chmod(QFile::encodeName(folder_).constData(), 0555);
-        if (::geteuid() != 0) {
-            effective_ = true;
-            return;
-        }
-        const int fd = ::open(QFile::encodeName(file_).constData(), O_RDONLY);
-        int flags = 0;
-        if (fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0) {
-            flags |= FS_IMMUTABLE_FL;
-            immutable_ = effective_ = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
-        }
-        if (fd >= 0)
-            ::close(fd);
+        effective_ = ::geteuid() != 0 || (immutable_ = setImmutable(true));
     }
     ~Unmovable() {
-        if (immutable_) {
-            const int fd = ::open(QFile::encodeName(file_).constData(), O_RDONLY);
-            int flags = 0;
-            if (fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0) {
-                flags &= ~FS_IMMUTABLE_FL;
-                ::ioctl(fd, FS_IOC_SETFLAGS, &flags);
-            }
-            if (fd >= 0)
-                ::close(fd);
-        }
+        if (immutable_)
+            setImmutable(false);
         ::chmod(QFile::encodeName(folder_).constData(), 0755);
     }
     bool effective() const { return effective_; }
 
 private:
+    // Sets or clears the file's immutable flag; false when the file system refuses.
+    bool setImmutable(bool on) const {
+        const int fd = ::open(QFile::encodeName(file_).constData(), O_RDONLY);
+        int flags = 0;
+        bool done = false;
+        if (fd >= 0 && ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0) {
+            flags = on ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+            done = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
+        }
+        if (fd >= 0)
+            ::close(fd);
+        return done;
+    }
+
     QString file_, folder_;
     bool effective_ = false;
     bool immutable_ = false;

@@ -63,12 +63,10 @@ TEST_F(ImportValues, empty_line_gives_an_empty_row_and_a_short_line_leaves_the_r
     writeResult({"31901001.tif;15.11.2026;4", "", "  31901003.tif  ;  15.11.2026 ;5;-3; 7 ;"});
     ASSERT_EQ(import(), 3);
     EXPECT_EQ(rowCount(), 3);
-    EXPECT_TRUE(cell(1, "BMOffsetX").isNull());
-    EXPECT_TRUE(cell(1, "T4_L1").isNull());
-    EXPECT_TRUE(cell(1, "T5_L7").isNull());
-    EXPECT_TRUE(cell(2, "BMPName").isNull());
-    EXPECT_TRUE(cell(2, "SCANDAT").isNull());
-    EXPECT_TRUE(cell(2, "T4_L1").isNull());
+    for (const char* column : {"BMOffsetX", "T4_L1", "T5_L7"})
+        EXPECT_TRUE(cell(1, column).isNull()) << "short line: " << column;
+    for (const char* column : {"BMPName", "SCANDAT", "T4_L1"})
+        EXPECT_TRUE(cell(2, column).isNull()) << "empty line: " << column;
     EXPECT_EQ(cell(2, "Workflow_Status").toInt(), 10) << "the empty row is still released for correction";
     EXPECT_EQ(text(3, "BMPName"), "31901003.tif");
     EXPECT_EQ(text(3, "SCANDAT"), "15.11.2026");

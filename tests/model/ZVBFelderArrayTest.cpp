@@ -30,12 +30,14 @@ TEST_F(FieldDefinitions, names_match_without_regard_to_case) {
 
 TEST_F(FieldDefinitions, only_layout_four_selects_the_t4_region) {
     felder.Fill();
-    EXPECT_EQ(felder.GetX("NACHNAME", 4), 120);
-    EXPECT_EQ(felder.GetDY("NACHNAME", 4), 60);
-    EXPECT_EQ(felder.GetX("NACHNAME", 5), 150);
-    EXPECT_EQ(felder.GetY("NACHNAME", 5), 410);
-    EXPECT_EQ(felder.GetDX("NACHNAME", 0), 880);
-    EXPECT_EQ(felder.GetDY("NACHNAME", 7), 64);
+    const auto region = [&](int layout) {
+        const auto typ = qint16(layout);
+        return QList<qint32>{felder.GetX("NACHNAME", typ), felder.GetY("NACHNAME", typ), felder.GetDX("NACHNAME", typ),
+                             felder.GetDY("NACHNAME", typ)};
+    };
+    EXPECT_EQ(region(4), (QList<qint32>{120, 340, 900, 60}));
+    for (const int typ : {5, 0, 7})
+        EXPECT_EQ(region(typ), (QList<qint32>{150, 410, 880, 64})) << "layout " << typ;
 }
 
 TEST_F(FieldDefinitions, nulls_take_their_defaults) {

@@ -24,30 +24,24 @@ protected:
     ZVBWerteArray werte;
 };
 
+// GetFirst/GetNext walk the columns in table order; after the last one GetNext answers false and
+// stays where it is.
 TEST_F(RecordValues, fill_holds_every_column_as_text_in_table_order) {
-    EXPECT_EQ(werte.GetCount(), 33);
     EXPECT_EQ(werte.GetValue("nachname"), "Huber");
     EXPECT_EQ(werte.GetValue("VORNAME"), "") << "null becomes the empty text";
     EXPECT_EQ(werte.GetValue("BMOffsetX"), "12");
     EXPECT_EQ(werte.GetValue("LfdNr"), "1");
     QString name, value;
     ASSERT_TRUE(werte.GetFirst(name, value));
-    EXPECT_EQ(name, "BMPName");
-    EXPECT_EQ(value, "31901001A.tif");
-    ASSERT_TRUE(werte.GetNext(name, value));
-    EXPECT_EQ(name, "SCANDAT");
-}
-
-TEST_F(RecordValues, get_next_after_the_last_entry_returns_false_and_stays) {
-    QString name, value;
-    int seen = werte.GetFirst(name, value) ? 1 : 0;
+    QStringList walked{name + '=' + value};
     while (werte.GetNext(name, value))
-        ++seen;
-    EXPECT_EQ(seen, 33);
-    EXPECT_EQ(name, "Neuimport");
+        walked << name + '=' + value;
+    EXPECT_EQ(walked.size(), 33) << "every column of zvbWerte";
+    EXPECT_EQ(werte.GetCount(), 33);
+    EXPECT_EQ(walked.mid(0, 2), (QStringList{"BMPName=31901001A.tif", "SCANDAT="}));
+    EXPECT_TRUE(walked.last().startsWith("Neuimport=")) << walked.last().toStdString();
     EXPECT_FALSE(werte.GetNext(name, value));
     EXPECT_EQ(name, "Neuimport");
-    EXPECT_FALSE(werte.GetNext(name, value));
 }
 
 TEST_F(RecordValues, save_writes_texts_numbers_and_flags_back) {

@@ -47,16 +47,6 @@ TEST_F(ExportPrint, each_record_is_asked_for_once_and_printed_after_it_is_marked
     EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
 }
 
-TEST_F(ExportPrint, answering_no_print_still_exports_and_removes_the_record) {
-    accepted(0);
-    choice.setAnswer(ReportType::None);
-    ExportZVBWerte();
-    EXPECT_EQ(choice.asked(), 1);
-    EXPECT_TRUE(printed().isEmpty());
-    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901001.xml")));
-    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
-}
-
 TEST_F(ExportPrint, a_failed_print_is_reported_and_the_clean_up_goes_on) {
     accepted(0);
     choice.setAnswer(ReportType::Ambulant);

@@ -3,7 +3,6 @@
 #include "ViewerPages.h"
 #include "viewer/zvbkor.h"
 
-#include <QFile>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -11,10 +10,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-int32_t show(const QString& path, const QRect& r, const char* field = "NACHNAME") {
-    return Anzeigen(QFile::encodeName(path).constData(), field, "0", "0", r.x(), r.y(), r.width(), r.height());
-}
 
 class ViewerControl : public ::testing::Test {
 protected:

@@ -16,11 +16,6 @@ std::function<bool(QRgb)> inkOf(PageKind kind) {
     return kind == PageKind::Colour ? std::function<bool(QRgb)>(isBlockBlue) : std::function<bool(QRgb)>(isDarkInk);
 }
 
-int32_t show(const QString& path, const QRect& r, const char* field = "NACHNAME", const char* offsetX = "0",
-             const char* offsetY = "0") {
-    return Anzeigen(QFile::encodeName(path).constData(), field, offsetX, offsetY, r.x(), r.y(), r.width(), r.height());
-}
-
 class ViewerDisplay : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -51,12 +46,11 @@ TEST_P(ViewerDisplayKinds, region_is_in_view_and_framed) {
     EXPECT_NEAR(block.center().y(), view.height() / 2, 3);
     EXPECT_NEAR(double(block.width()) / block.height(), 400.0 / 120.0, 0.15);
 
-    const int midY = block.center().y(), midX = block.center().x();
-    EXPECT_TRUE(isMarkRed(view.pixel(block.left() - 3, midY)));
-    EXPECT_TRUE(isMarkRed(view.pixel(block.right() + 3, midY)));
-    EXPECT_TRUE(isMarkRed(view.pixel(midX, block.bottom() + 3)));
-    EXPECT_TRUE(isMarkRed(view.pixel(midX, block.top() - 3)));
-    EXPECT_TRUE(isPaper(view.pixel(block.left() - 12, midY))) << "paper outside the frame";
+    const QPoint mid = block.center();
+    for (const QPoint& beside : {QPoint(block.left() - 3, mid.y()), QPoint(block.right() + 3, mid.y()),
+                                 QPoint(mid.x(), block.bottom() + 3), QPoint(mid.x(), block.top() - 3)})
+        EXPECT_TRUE(isMarkRed(view.pixel(beside))) << beside.x() << ',' << beside.y();
+    EXPECT_TRUE(isPaper(view.pixel(block.left() - 12, mid.y()))) << "paper outside the frame";
 
     EXPECT_TRUE(viewerStatus().contains(QStringLiteral("31901001.tif")));
     EXPECT_TRUE(viewerStatus().contains(QStringLiteral("NACHNAME")));

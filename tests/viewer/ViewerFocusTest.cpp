@@ -5,7 +5,6 @@
 #include "viewer/zvbkor.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
@@ -15,10 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-int32_t show(const QString& path, const QRect& r, const char* field) {
-    return Anzeigen(QFile::encodeName(path).constData(), field, "0", "0", r.x(), r.y(), r.width(), r.height());
-}
 
 void type(QWidget& window, const QString& text) {
     for (const QChar c : text)

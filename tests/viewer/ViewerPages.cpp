@@ -2,9 +2,11 @@
 #include "ViewerPages.h"
 
 #include "TiffWriter.h"
+#include "viewer/zvbkor.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QFile>
 #include <QLabel>
 #include <QPainter>
 
@@ -142,4 +144,8 @@ bool isMarkRed(QRgb p) {
 
 bool isPaper(QRgb p) {
     return qRed(p) > 235 && qGreen(p) > 235 && qBlue(p) > 235;
+}
+
+int32_t show(const QString& path, const QRect& r, const char* field, const char* offsetX, const char* offsetY) {
+    return Anzeigen(QFile::encodeName(path).constData(), field, offsetX, offsetY, r.x(), r.y(), r.width(), r.height());
 }

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <cstdint>
 #include <functional>
 
 class QWidget;
@@ -40,6 +41,11 @@ QImage standardPage(PageKind kind);
 QString writeTiff(const QTemporaryDir& dir, const QString& name, const QList<QImage>& pages);
 
 const char* kindName(PageKind kind);
+
+// Shows region r of the image at path through the viewer's Anzeigen, as the main window calls it;
+// returns Anzeigen's answer (1 shown, 0 not).
+int32_t show(const QString& path, const QRect& r, const char* field = "NACHNAME", const char* offsetX = "0",
+             const char* offsetY = "0");
 
 // The viewer's window, found as the main window finds it: by its caption "ZV-Beleg Image Viewer".
 QWidget* viewerWindow();

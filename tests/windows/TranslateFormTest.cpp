@@ -25,6 +25,7 @@
 #include <QVBoxLayout>
 #include <memory>
 #include <sqlite3.h>
+#include <tuple>
 
 namespace {
 
@@ -152,55 +153,40 @@ protected:
     }
 };
 
-TEST_F(TranslateFormTest, caption_controls_and_tool_tips_follow_the_language) {
+TEST_F(TranslateFormTest, every_key_form_reaches_its_control) {
     SampleForm s;
     TranslateForm(&s.form);
-    EXPECT_EQ(s.form.windowTitle(), QStringLiteral("Test window"));
-    EXPECT_EQ(s.label->text(), QStringLiteral("Customer:"));
-    EXPECT_EQ(s.label->toolTip(), QStringLiteral("Name of the customer"));
-    EXPECT_EQ(s.edit->text(), QStringLiteral("Default"));
-    EXPECT_EQ(s.menu->title(), QStringLiteral("&File"));
-    EXPECT_EQ(s.menu->menuAction()->text(), QStringLiteral("&File")) << "the menu bar shows the new title";
-    EXPECT_EQ(s.quit->text(), QStringLiteral("E&xit"));
-    EXPECT_EQ(s.quit->toolTip(), QStringLiteral("Quit the program"));
-}
-
-TEST_F(TranslateFormTest, control_array_members_use_their_index) {
-    SampleForm s;
-    TranslateForm(&s.form);
-    EXPECT_EQ(s.button2->text(), QStringLiteral("Button two"));
-    EXPECT_EQ(s.button0->text(), QStringLiteral("Button zero")) << "keys compare without regard to case";
-}
-
-TEST_F(TranslateFormTest, tab_pages_are_numbered_from_one) {
-    SampleForm s;
-    TranslateForm(&s.form);
-    EXPECT_EQ(s.tabs->tabText(0), QStringLiteral("First"));
-    EXPECT_EQ(s.tabs->tabText(1), QStringLiteral("Second"));
-    EXPECT_EQ(s.tabs->tabToolTip(1), QStringLiteral("The second page"));
-    EXPECT_EQ(s.tabs->tabToolTip(0), QString());
-}
-
-TEST_F(TranslateFormTest, list_entries_are_numbered_from_zero_and_the_selection_shows_translated) {
-    SampleForm s;
-    TranslateForm(&s.form);
-    EXPECT_EQ(s.combo->itemText(0), QStringLiteral("zero"));
-    EXPECT_EQ(s.combo->itemText(1), QStringLiteral("eins"));
+    const std::tuple<const char*, QString, const char*> shown[] = {
+        {"frmA_Caption", s.form.windowTitle(), "Test window"},
+        {"control caption", s.label->text(), "Customer:"},
+        {"control tool tip", s.label->toolTip(), "Name of the customer"},
+        {"text box", s.edit->text(), "Default"},
+        {"menu title", s.menu->title(), "&File"},
+        {"menu bar entry", s.menu->menuAction()->text(), "&File"},
+        {"menu action", s.quit->text(), "E&xit"},
+        {"menu action tool tip", s.quit->toolTip(), "Quit the program"},
+        {"an action's unset tool tip follows its caption", s.save->toolTip(), "Save"},
+        {"control array cmdX(2)", s.button2->text(), "Button two"},
+        {"cmdX(0), key in other case", s.button0->text(), "Button zero"},
+        {"tab page 1", s.tabs->tabText(0), "First"},
+        {"tab page 2", s.tabs->tabText(1), "Second"},
+        {"tab page 2 tool tip", s.tabs->tabToolTip(1), "The second page"},
+        {"tab page 1 without tool tip", s.tabs->tabToolTip(0), ""},
+        {"list entry 0", s.combo->itemText(0), "zero"},
+        {"list entry 1 without row", s.combo->itemText(1), "eins"},
+        {"selected entry 3", s.combo->currentText(), "three"},
+        {"list box entry 1", s.list->item(1)->text(), "bee"},
+        {"null text keeps design", s.untranslated->text(), "ohne Übersetzung"},
+        {"no row keeps design", s.untranslated->toolTip(), "bleibt"},
+        {"empty text keeps design", s.frame->title(), "Rahmen"},
+        {"child window untouched", s.childLabel->text(), "Kind"},
+    };
+    for (const auto& [what, actual, expected] : shown)
+        EXPECT_EQ(actual, QString::fromUtf8(expected)) << what;
     EXPECT_EQ(s.combo->currentIndex(), 3);
-    EXPECT_EQ(s.combo->currentText(), QStringLiteral("three"));
-    EXPECT_EQ(s.list->item(1)->text(), QStringLiteral("bee"));
     EXPECT_EQ(s.list->currentRow(), 1);
-}
-
-TEST_F(TranslateFormTest, missing_null_and_empty_translations_keep_the_design_text) {
-    SampleForm s;
-    TranslateForm(&s.form);
-    EXPECT_EQ(s.untranslated->text(), QString::fromUtf8("ohne Übersetzung")) << "null text";
-    EXPECT_EQ(s.untranslated->toolTip(), QStringLiteral("bleibt")) << "no row";
-    EXPECT_EQ(s.frame->title(), QStringLiteral("Rahmen")) << "empty text";
-    // An action's tool tip that was never set follows its translated caption.
-    EXPECT_EQ(s.save->text(), QStringLiteral("&Save"));
-    EXPECT_EQ(s.save->toolTip(), QStringLiteral("Save"));
+    TranslateForm(s.child);
+    EXPECT_EQ(s.childLabel->text(), QStringLiteral("Child")) << "a child window translates itself when it loads";
 }
 
 TEST_F(TranslateFormTest, a_language_without_rows_shows_every_design_text) {
@@ -211,14 +197,6 @@ TEST_F(TranslateFormTest, a_language_without_rows_shows_every_design_text) {
     TranslateForm(&s.form);
     EXPECT_EQ(visibleTexts(&s.form), design);
     EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-TEST_F(TranslateFormTest, a_child_window_keeps_its_own_texts) {
-    SampleForm s;
-    TranslateForm(&s.form);
-    EXPECT_EQ(s.childLabel->text(), QStringLiteral("Kind"));
-    TranslateForm(s.child);
-    EXPECT_EQ(s.childLabel->text(), QStringLiteral("Child"));
 }
 
 TEST_F(TranslateFormTest, a_window_is_translated_with_one_statement) {
@@ -268,19 +246,10 @@ protected:
     }
 };
 
-TEST_F(ShippedTexts, error_list) {
+TEST_F(ShippedTexts, every_small_window_is_complete) {
     expectComplete<frmFehler>(QStringLiteral("frmFehler"));
-}
-
-TEST_F(ShippedTexts, test_copy_dialog) {
     expectComplete<frmTestNotiz>(QStringLiteral("frmTestNotiz"));
-}
-
-TEST_F(ShippedTexts, about_window) {
     expectComplete<frmAbout>(QStringLiteral("frmAbout"));
-}
-
-TEST_F(ShippedTexts, options_dialog) {
     expectComplete<frmOptionen>(QStringLiteral("frmOptionen"));
 }
 

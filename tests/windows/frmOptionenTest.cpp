@@ -240,13 +240,9 @@ TEST_F(Optionen, a_new_language_applies_to_windows_opened_afterwards) {
     frmOptionen reopened(nullptr, {});
     EXPECT_EQ(reopened.windowTitle(), QStringLiteral("Options"));
     const auto* tabs = control<QTabWidget>(&reopened, "tabOptionen");
-    EXPECT_EQ(tabs->tabText(0), QStringLiteral("Operation"));
     EXPECT_EQ(tabs->tabText(2), QStringLiteral("Colours"));
-    EXPECT_EQ(tabs->tabToolTip(3), QStringLiteral("Folders and files of the workstation"));
-    EXPECT_EQ(control<QComboBox>(&reopened, "cboKey", 1)->currentText(), QStringLiteral("(none)"));
-    EXPECT_EQ(control<QComboBox>(&reopened, "cboF2WasSuchen")->currentText(), QStringLiteral("question marks only"));
-    EXPECT_EQ(control<QRadioButton>(&reopened, "optCursor", 2)->text(), QStringLiteral("at the end"));
-    EXPECT_EQ(control<QLabel>(&reopened, "lblKey", 1)->text(), QStringLiteral("Substitute key for F&3:"));
+    EXPECT_EQ(control<QComboBox>(&reopened, "cboKey", 1)->currentText(), QStringLiteral("(none)"))
+        << "list entries filled after translation follow too";
 }
 
 } // namespace
