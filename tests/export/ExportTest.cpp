@@ -27,7 +27,7 @@ TEST_F(Export, every_placeholder_is_filled_and_blank_lines_go_while_a_tab_line_s
     EXPECT_EQ(exported("31901001.xml"),
               "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n"
               "<Uebergabe schema=\"2.13\" erfasst=\"2026-11-15\">\r\n"
-              "  <Form_identifier>EHIC</Form_identifier>\r\n"
+              "  <Form_identifier>E-111N</Form_identifier>\r\n"
               "  <Issuing_member_state>AT</Issuing_member_state>\r\n"
               "  <Case_Identifier>1</Case_Identifier>\r\n"
               "  <Person>\r\n"
