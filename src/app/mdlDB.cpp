@@ -6,6 +6,7 @@
 #include "TextFile.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <cmath>
 #include <limits>
 
@@ -26,10 +27,28 @@ QVariant GetValue(const QString& column, const QString& table, const QString& co
     if (!condition.trimmed().isEmpty())
         sql += QStringLiteral(" WHERE ") + condition;
     sql += QStringLiteral(" ORDER BY rowid LIMIT 1");
-    QSqlQuery q = execSql(sql);
-    if (!q.next())
-        return QVariant();
-    return q.value(0);
+    // Settings are read at each use, so the same few look-ups run for every record of a batch:
+    // their statements are prepared once per connection and only executed again.
+    struct Statements {
+        quint64 generation = 0;
+        QHash<QString, QSqlQuery> prepared;
+    };
+    thread_local Statements statements;
+    if (statements.generation != connectionGeneration()) {
+        statements.prepared.clear();
+        statements.generation = connectionGeneration();
+    }
+    auto it = statements.prepared.find(sql);
+    if (it == statements.prepared.end()) {
+        if (statements.prepared.size() >= 256) // conditions that carry values vary without end
+            statements.prepared.clear();
+        it = statements.prepared.insert(sql, prepareSql(sql));
+    }
+    QSqlQuery& q = it.value();
+    execPrepared(q);
+    const QVariant value = q.next() ? q.value(0) : QVariant();
+    q.finish();
+    return value;
 }
 
 int CountRows(const QString& column, const QString& table, const QString& condition) {
