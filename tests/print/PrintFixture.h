@@ -68,7 +68,8 @@ protected:
 // the sheet's edges. The glyph box starts a little right of and below the pen position.
 #define EXPECT_AT(page, text, xMm, yMm)                                                                                \
     do {                                                                                                               \
-        const PdfWord* w_ = (page).find(text);                                                                         \
+        const PdfPage page_ = (page); /* the page may be a temporary: keep it while its words are read */              \
+        const PdfWord* w_ = page_.find(text);                                                                          \
         ASSERT_NE(w_, nullptr) << "word not printed: " << (text);                                                      \
         EXPECT_NEAR(w_->xMin, points(10 + (xMm)), 1.5) << (text);                                                      \
         EXPECT_NEAR(w_->yMin, points(10 + (yMm)), 1.5) << (text);                                                      \
