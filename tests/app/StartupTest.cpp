@@ -24,11 +24,15 @@ protected:
     QString storedLastOpened() const { return GetSysValue("APP_LastOpened").toString(); }
 };
 
-TEST_F(Housekeeping, first_start_of_a_day_cleans_the_backup) {
-    lastOpened(QVariant());
-    DBAufraeumen();
-    EXPECT_FALSE(oldBackupThere());
-    EXPECT_EQ(storedLastOpened(), "2026-11-15 10:30:00");
+// A first start ever, or a last opening that is no date, counts as a new day.
+TEST_F(Housekeeping, first_start_or_an_unreadable_last_opening_cleans_the_backup) {
+    for (const QVariant& last : {QVariant(), QVariant("gestern")}) {
+        plantOldBackup();
+        lastOpened(last);
+        DBAufraeumen();
+        EXPECT_FALSE(oldBackupThere()) << last.toString().toStdString();
+        EXPECT_EQ(storedLastOpened(), "2026-11-15 10:30:00");
+    }
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
@@ -56,13 +60,6 @@ TEST_F(Housekeeping, a_clock_set_back_warns_once_then_stays_quiet) {
 
     DBAufraeumen();
     EXPECT_EQ(messages.messages().size(), 1) << "the next start of the same day shows nothing";
-}
-
-TEST_F(Housekeeping, an_unreadable_last_opening_counts_as_a_new_day) {
-    lastOpened("gestern");
-    DBAufraeumen();
-    EXPECT_FALSE(oldBackupThere());
-    EXPECT_TRUE(messages.messages().isEmpty());
 }
 
 class Colours : public HomeTest {};

