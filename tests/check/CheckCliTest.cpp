@@ -22,9 +22,15 @@ void storeTwoCards() {
     closeDatabase();
 }
 
+// One record by its number first, leaving the other alone; then all of them with their errors.
 TEST(CheckCommand, prints_each_record_with_its_errors_indented_and_stores_the_result) {
     TempHome home;
     storeTwoCards();
+    const CliRun one = runCli({"--home", home.dir(), "check", "2"});
+    EXPECT_EQ(one.exitCode, 0) << one.err.toStdString();
+    EXPECT_EQ(one.out, "2\t2\t0003001030\n");
+    EXPECT_TRUE(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=1").isNull());
+
     const CliRun run = runCli({"--home", home.dir(), "check", "--errors"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_EQ(run.out, "1\t0\t0000001000\n"
@@ -36,15 +42,6 @@ TEST(CheckCommand, prints_each_record_with_its_errors_indented_and_stores_the_re
     EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", "LfdNr=1").toInt(), 1);
     EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", "LfdNr=2").toInt(), 0);
     EXPECT_EQ(GetValue("NACHNAME", "zvbWerte", "LfdNr=2").toString(), "de Vr?es") << "values are only checked";
-}
-
-TEST(CheckCommand, checks_one_record_by_its_number) {
-    TempHome home;
-    storeTwoCards();
-    const CliRun run = runCli({"--home", home.dir(), "check", "2"});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_EQ(run.out, "2\t2\t0003001030\n");
-    EXPECT_TRUE(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=1").isNull()) << "the other record is not touched";
 }
 
 TEST(CheckCommand, an_unknown_record_or_argument_is_refused) {
