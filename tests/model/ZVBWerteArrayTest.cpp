@@ -37,7 +37,6 @@ TEST_F(RecordValues, fill_holds_every_column_as_text_in_table_order) {
     while (werte.GetNext(name, value))
         walked << name + '=' + value;
     EXPECT_EQ(walked.size(), 33) << "every column of zvbWerte";
-    EXPECT_EQ(werte.GetCount(), 33);
     EXPECT_EQ(walked.mid(0, 2), (QStringList{"BMPName=31901001A.tif", "SCANDAT="}));
     EXPECT_TRUE(walked.last().startsWith("Neuimport=")) << walked.last().toStdString();
     EXPECT_FALSE(werte.GetNext(name, value));
