@@ -26,8 +26,6 @@ TEST_F(ImportFile, imports_every_line_commits_the_rows_and_deletes_the_file) {
     EXPECT_EQ(import(), 2);
     EXPECT_EQ(rowCount(), 2);
     EXPECT_EQ(rowCount("Neuimport=false AND Workflow_Status=10"), 2);
-    EXPECT_EQ(text(1, "NACHNAME"), "Huber");
-    EXPECT_EQ(text(2, "INSTITUT_ID"), "75 - CPAM Paris");
     EXPECT_FALSE(exists("import/zvscan.txt"));
     EXPECT_FALSE(exists("import/zvscan.tmp"));
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
@@ -57,7 +55,6 @@ TEST_F(ImportFile, separator_defaults_to_comma_with_a_log_line) {
     ASSERT_EQ(import(), 1);
     EXPECT_EQ(text(1, "SCANDAT"), "15.11.2026");
     EXPECT_EQ(cell(1, "BMOffsetY").toInt(), -1);
-    EXPECT_EQ(text(1, "T4_L1"), "EUROPÄISCHE KRANKENVERSICHERUNGSKARTE.AT") << "';' inside a value reads as '.'";
     EXPECT_TRUE(log().contains("ImportZVBWerte();TARNVEL.INI ohne Eintrag [Beleg] [Trenner], Default-Wert genutzt!;"
                                "15.11.2026 10:30:00\r\n"));
 }
@@ -67,10 +64,7 @@ TEST_F(ImportFile, separator_of_several_characters_is_searched_as_a_whole) {
     withoutOcrRules();
     writeResult({"31901002.tif|#|15.11.2026|#|4|#|0|#|0|#|EUROPÄISCHE | KARTE|#|NL|#|de Vries # 2"});
     ASSERT_EQ(import(), 1);
-    EXPECT_EQ(text(1, "BMPName"), "31901002.tif");
-    EXPECT_EQ(text(1, "T4_L1"), "EUROPÄISCHE | KARTE");
-    EXPECT_EQ(text(1, "T4_L2"), "NL");
-    EXPECT_EQ(text(1, "T4_L3"), "de Vries # 2");
+    expectTexts(1, {"BMPName=31901002.tif", "T4_L1=EUROPÄISCHE | KARTE", "T4_L2=NL", "T4_L3=de Vries # 2"});
     EXPECT_FALSE(log().contains("TARNVEL.INI"));
 }
 
@@ -168,6 +162,7 @@ TEST_F(ImportFile, failing_clean_up_deletes_only_the_new_rows_and_keeps_the_file
     EXPECT_EQ(import(), -1);
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_TRUE(messages.messages()[0].prompt.startsWith("Laufzeitfehler in Funktion 'ImportNachbearbeitung()'!"));
+    EXPECT_TRUE(messages.messages()[0].prompt.contains("sysStates")) << messages.messages()[0].prompt.toStdString();
     EXPECT_EQ(rowCount(), 1);
     EXPECT_EQ(text(1, "NACHNAME"), "Gruber");
     EXPECT_EQ(cell(1, "Workflow_Status").toInt(), 30);

@@ -44,10 +44,17 @@ protected:
 
     int import() const { return ImportZVBWerte(importPath()); }
 
-    QVariant cell(int lfdNr, const char* column) const {
-        return GetValue(QString::fromLatin1(column), "zvbWerte", "LfdNr=" + QString::number(lfdNr));
+    QVariant cell(int lfdNr, const QString& column) const {
+        return GetValue(column, "zvbWerte", "LfdNr=" + QString::number(lfdNr));
     }
-    QString text(int lfdNr, const char* column) const { return cell(lfdNr, column).toString(); }
+    QString text(int lfdNr, const QString& column) const { return cell(lfdNr, column).toString(); }
+    // Expects each "COLUMN=value" of the stored row.
+    void expectTexts(int lfdNr, std::initializer_list<const char*> expected) const {
+        for (const char* pair : expected) {
+            const QString row = QString::fromUtf8(pair);
+            EXPECT_EQ(text(lfdNr, row.section('=', 0, 0)), row.section('=', 1)) << "row " << lfdNr << ": " << pair;
+        }
+    }
     int rowCount(const QString& condition = QString()) const { return CountRows("*", "zvbWerte", condition); }
     QString log() const { return decodeText(home.readFile("zvMsgLog.txt")); }
     bool exists(const QString& relative) const { return QFileInfo::exists(home.path(relative)); }
