@@ -10,87 +10,83 @@ namespace {
 
 class Backup : public HomeTest {
 protected:
-    QString root() const { return home.path(QStringLiteral("backup/")); }
+    QString root() const { return home.path("backup/"); }
 
     // A day folder with one file in each kind folder.
     void makeDay(const QString& day) {
         for (const char* kind : {"importdata", "exportdata", "images", "stats"})
-            home.writeFile(QStringLiteral("backup/%1/%2/datei.txt").arg(day, QLatin1String(kind)), "x");
+            home.writeFile(QString("backup/%1/%2/datei.txt").arg(day, QLatin1String(kind)), "x");
     }
     bool has(const QString& relative) const { return QFileInfo::exists(root() + relative); }
 };
 
 TEST_F(Backup, switches_follow_the_settings) {
     EXPECT_TRUE(IsBackupEnabled());
-    SetSysValue(QStringLiteral("Backup_Enabled"), QStringLiteral("0"));
+    SetSysValue("Backup_Enabled", QVariant());
     EXPECT_FALSE(IsBackupEnabled());
-    SetSysValue(QStringLiteral("Backup_Enabled"), QVariant());
-    EXPECT_FALSE(IsBackupEnabled());
-    SetSysValue(QStringLiteral("Backup_Bilder"), QVariant());
+    SetSysValue("Backup_Bilder", QVariant());
     EXPECT_FALSE(IsBackupImages());
-    SetSysValue(QStringLiteral("Backup_Bilder"), true);
+    SetSysValue("Backup_Bilder", true);
     EXPECT_TRUE(IsBackupImages());
 }
 
 TEST_F(Backup, folder_names_follow_the_day_and_kind) {
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, false), QString()) << "not made without create";
-    EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), root() + QStringLiteral("261115/importdata/"));
-    EXPECT_TRUE(QFileInfo(root() + QStringLiteral("261115/importdata")).isDir());
-    EXPECT_EQ(GetBackupDir(BackupKind::ImportData, false), root() + QStringLiteral("261115/importdata/"));
-    EXPECT_EQ(GetBackupDir(BackupKind::Images, true, QDate(2027, 1, 2)), root() + QStringLiteral("270102/images/"));
-    EXPECT_EQ(GetBackupDir(9, true), root() + QStringLiteral("261115/"));
+    EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), root() + "261115/importdata/");
+    EXPECT_TRUE(QFileInfo(root() + "261115/importdata").isDir());
+    EXPECT_EQ(GetBackupDir(BackupKind::ImportData, false), root() + "261115/importdata/");
+    EXPECT_EQ(GetBackupDir(BackupKind::Images, true, QDate(2027, 1, 2)), root() + "270102/images/");
+    EXPECT_EQ(GetBackupDir(9, true), root() + "261115/");
     // A backup root without a trailing slash gets one.
-    SetSysValue(QStringLiteral("Backup_Pfad"), home.path(QStringLiteral("andere")));
-    EXPECT_EQ(GetBackupDir(BackupKind::Stats, true), home.path(QStringLiteral("andere/261115/stats/")));
+    SetSysValue("Backup_Pfad", home.path("andere"));
+    EXPECT_EQ(GetBackupDir(BackupKind::Stats, true), home.path("andere/261115/stats/"));
 }
 
 TEST_F(Backup, unusable_root_gives_no_folder) {
-    home.writeFile(QStringLiteral("datei"), "kein Ordner");
-    SetSysValue(QStringLiteral("Backup_Pfad"), home.path(QStringLiteral("datei")));
+    home.writeFile("datei", "kein Ordner");
+    SetSysValue("Backup_Pfad", home.path("datei"));
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), QString());
-    SetSysValue(QStringLiteral("Backup_Pfad"), QVariant());
+    SetSysValue("Backup_Pfad", QVariant());
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), QString());
 }
 
 TEST_F(Backup, time_stamp_is_time_then_day) {
-    EXPECT_EQ(GetBackupTimestamp(QDateTime(QDate(2026, 11, 15), QTime(14, 30, 5))), QStringLiteral("143005_261115"));
-    EXPECT_EQ(GetBackupTimestamp(), QStringLiteral("103000_261115"));
+    EXPECT_EQ(GetBackupTimestamp(QDateTime(QDate(2026, 11, 15), QTime(14, 30, 5))), "143005_261115");
 }
 
 TEST_F(Backup, cleanup_empties_days_older_than_the_history_and_keeps_the_boundary) {
-    SetSysValue(QStringLiteral("Backup_HistoryDays"), 7);
-    makeDay(QStringLiteral("261107")); // 8 days before 15 November
-    makeDay(QStringLiteral("261108")); // exactly 7 days
-    makeDay(QStringLiteral("261115"));
-    QDir().mkpath(root() + QStringLiteral("fremd/images"));
+    SetSysValue("Backup_HistoryDays", 7);
+    makeDay("261107"); // 8 days before 15 November
+    makeDay("261108"); // exactly 7 days
+    makeDay("261115");
+    QDir().mkpath(root() + "fremd/images");
     BackupCleanup();
     for (const char* emptied : {"261107/images", "261107/importdata", "261107/exportdata"})
         EXPECT_FALSE(has(QLatin1String(emptied))) << emptied;
-    EXPECT_TRUE(has(QStringLiteral("261107/stats/datei.txt"))) << "stats is never cleaned";
-    EXPECT_TRUE(has(QStringLiteral("261108/images/datei.txt")));
-    EXPECT_TRUE(has(QStringLiteral("261108/exportdata/datei.txt")));
-    EXPECT_TRUE(has(QStringLiteral("261115/importdata/datei.txt")));
-    EXPECT_TRUE(has(QStringLiteral("fremd/images"))) << "foreign folders are left alone";
+    // Stats are never cleaned, foreign folders are left alone.
+    for (const char* kept : {"261107/stats/datei.txt", "261108/images/datei.txt", "261108/exportdata/datei.txt",
+                             "261115/importdata/datei.txt", "fremd/images"})
+        EXPECT_TRUE(has(QLatin1String(kept))) << kept;
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
 TEST_F(Backup, cleanup_across_the_century_rule_of_two_digit_years) {
-    SetSysValue(QStringLiteral("Backup_HistoryDays"), 30);
-    makeDay(QStringLiteral("991231")); // 1999
-    makeDay(QStringLiteral("291231")); // 2029: in the future, kept
+    SetSysValue("Backup_HistoryDays", 30);
+    makeDay("991231"); // 1999
+    makeDay("291231"); // 2029: in the future, kept
     BackupCleanup();
-    EXPECT_FALSE(has(QStringLiteral("991231/images")));
-    EXPECT_TRUE(has(QStringLiteral("291231/images/datei.txt")));
+    EXPECT_FALSE(has("991231/images"));
+    EXPECT_TRUE(has("291231/images/datei.txt"));
 }
 
 TEST_F(Backup, history_zero_or_null_keeps_everything) {
-    makeDay(QStringLiteral("200101"));
-    SetSysValue(QStringLiteral("Backup_HistoryDays"), 0);
+    makeDay("200101");
+    SetSysValue("Backup_HistoryDays", 0);
     BackupCleanup();
-    EXPECT_TRUE(has(QStringLiteral("200101/images/datei.txt")));
-    SetSysValue(QStringLiteral("Backup_HistoryDays"), QVariant());
+    EXPECT_TRUE(has("200101/images/datei.txt"));
+    SetSysValue("Backup_HistoryDays", QVariant());
     BackupCleanup();
-    EXPECT_TRUE(has(QStringLiteral("200101/importdata/datei.txt")));
+    EXPECT_TRUE(has("200101/importdata/datei.txt"));
 }
 
 } // namespace

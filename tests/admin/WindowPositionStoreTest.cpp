@@ -9,32 +9,24 @@ namespace {
 
 class WindowPositionStore : public HomeTest {
 protected:
-    int rowsOf(const QString& form) {
-        return CountRows(QStringLiteral("*"), QStringLiteral("zvbSysWindowPositions"),
-                         QStringLiteral("formName=") + sqlQuote(form));
-    }
+    int rowsOf(const QString& form) { return CountRows("*", "zvbSysWindowPositions", "formName=" + sqlQuote(form)); }
 };
 
 TEST_F(WindowPositionStore, writing_adds_one_row_and_then_updates_it) {
-    WriteWindowPosition(QStringLiteral("frmMain"), {120, 40, 1024, 700});
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmMain")), (WindowPosition{120, 40, 1024, 700}));
-    WriteWindowPosition(QStringLiteral("frmMain"), {10, 20, 800, 600});
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmMain")), (WindowPosition{10, 20, 800, 600}));
-    EXPECT_EQ(rowsOf(QStringLiteral("frmMain")), 1);
-    // Windows keep their own rows.
-    WriteWindowPosition(QStringLiteral("frmFehler"), {600, 500, 400, 200});
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmMain")), (WindowPosition{10, 20, 800, 600}));
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmFehler")), (WindowPosition{600, 500, 400, 200}));
-}
-
-TEST_F(WindowPositionStore, names_with_an_apostrophe_are_stored_too) {
-    WriteWindowPosition(QStringLiteral("frm'Spezial"), {5, 6, 7, 8});
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frm'Spezial")), (WindowPosition{5, 6, 7, 8}));
+    WriteWindowPosition("frmMain", {120, 40, 1024, 700});
+    EXPECT_EQ(ReadWindowPosition("frmMain"), (WindowPosition{120, 40, 1024, 700}));
+    WriteWindowPosition("frmMain", {10, 20, 800, 600});
+    EXPECT_EQ(ReadWindowPosition("frmMain"), (WindowPosition{10, 20, 800, 600}));
+    EXPECT_EQ(rowsOf("frmMain"), 1);
+    // Windows keep their own rows, also one whose name holds an apostrophe.
+    WriteWindowPosition("frm'Spezial", {600, 500, 400, 200});
+    EXPECT_EQ(ReadWindowPosition("frmMain"), (WindowPosition{10, 20, 800, 600}));
+    EXPECT_EQ(ReadWindowPosition("frm'Spezial"), (WindowPosition{600, 500, 400, 200}));
 }
 
 TEST_F(WindowPositionStore, null_columns_read_as_zero) {
-    execSql(QStringLiteral("INSERT INTO zvbSysWindowPositions (formName, x, y) VALUES ('frmAbout', 50, NULL)"));
-    EXPECT_EQ(ReadWindowPosition(QStringLiteral("frmAbout")), (WindowPosition{50, 0, 0, 0}));
+    execSql("INSERT INTO zvbSysWindowPositions (formName, x, y) VALUES ('frmAbout', 50, NULL)");
+    EXPECT_EQ(ReadWindowPosition("frmAbout"), (WindowPosition{50, 0, 0, 0}));
 }
 
 TEST(FitOnScreen, keeps_75_pixels_of_the_corner_on_the_screen) {
