@@ -140,9 +140,9 @@ TEST_F(AutoImport, delimited_lines_split_at_every_separator_and_keep_the_old_qui
             at(15, 8, 0));
     EXPECT_EQ(ZVBAutoImport(), 1);
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    // The delimited value is split and fills one column more; texts are cut to the column's size.
     EXPECT_EQ(rows("SELECT Language_ID, Name, Text FROM sysTexts WHERE Name LIKE 'Txt_T*' ORDER BY rowid"),
-              (QStringList{"DE|Txt_Test|BITTE WARTEN", "EN|Txt_Teil|Rest", "DEUTS|Txt_Tlang|Sprachcode zu lang"}))
-        << "the delimited value is split and fills one column more; texts are cut to the column's size";
+              (QStringList{"DE|Txt_Test|BITTE WARTEN", "EN|Txt_Teil|Rest", "DEUTS|Txt_Tlang|Sprachcode zu lang"}));
 }
 
 TEST_F(AutoImport, a_fixed_width_file_ends_at_its_first_empty_line) {

@@ -52,8 +52,7 @@ TEST_F(Optionen, saving_writes_the_row_and_switches_the_language) {
     EXPECT_EQ(GetSysText("Color_Fehler"), "&HFF");
     EXPECT_TRUE(GetSysValue("Export_Pfad").isNull());
     EXPECT_EQ(GetSysText("APP_State"), "DE") << "columns not named stay";
-    EXPECT_EQ(GetText(Msg::AskDelete), "Do you really want to discard the current record?")
-        << "the language was reloaded";
+    EXPECT_EQ(GetText(Msg::AskDelete), "Do you really want to discard the current record?");
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 

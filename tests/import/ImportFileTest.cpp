@@ -74,8 +74,7 @@ TEST_F(ImportFile, stale_temporary_file_is_kept_aside_logged_and_the_new_file_im
     ASSERT_EQ(import(), 1);
     EXPECT_EQ(rowCount(), 1);
     EXPECT_EQ(text(1, "BMPName"), "31901001.tif");
-    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000"), encodeText("31900999.tif;14.11.2026;4\n"))
-        << "the lines of the earlier run are kept, not deleted";
+    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000"), encodeText("31900999.tif;14.11.2026;4\n"));
     EXPECT_FALSE(exists("import/zvscan.tmp"));
     const QString expected = "Eine temp. Datei  '" + tempPath() + "' ist bereits vorhanden.\r\nDer Import der Datei '" +
                              importPath() + "' wird abgebrochen.;16;15.11.2026 10:30:00\r\n";
@@ -166,8 +165,7 @@ TEST_F(ImportFile, failing_clean_up_deletes_only_the_new_rows_and_keeps_the_file
     EXPECT_EQ(rowCount(), 1);
     EXPECT_EQ(text(1, "NACHNAME"), "Gruber");
     EXPECT_EQ(cell(1, "Workflow_Status").toInt(), 30);
-    EXPECT_EQ(home.readFile("import/zvscan.tmp"), encodeText(layout4Line + "\n" + layout5Line + "\n"))
-        << "the lines stay for a later attempt";
+    EXPECT_EQ(home.readFile("import/zvscan.tmp"), encodeText(layout4Line + "\n" + layout5Line + "\n"));
     EXPECT_TRUE(exists("backup/261115/importdata/zvscan.txt_103000_261115"));
 }
 

@@ -43,10 +43,13 @@ TEST_F(RecordValues, fill_holds_every_column_as_text_in_table_order) {
     EXPECT_EQ(name, "Neuimport");
 }
 
+// A number with letters or an empty one is stored as 0, not null.
 TEST_F(RecordValues, save_writes_texts_numbers_and_flags_back) {
     werte.SetValue("Nachname", "Huber-Moser");
     werte.SetValue("VORNAME", "Maria");
-    werte.SetValue("BMOffsetX", "-7");
+    werte.SetValue("BMOffsetX", "1a");
+    werte.SetValue("BMOffsetY", "-7");
+    werte.SetValue("Workflow_KorrID", "");
     werte.SetValue("Workflow_Status", "40");
     werte.SetValue("Korrigiert", "True");
     werte.SetValue("LfdNr", "99");
@@ -54,19 +57,13 @@ TEST_F(RecordValues, save_writes_texts_numbers_and_flags_back) {
     EXPECT_TRUE(messages.messages().isEmpty());
     EXPECT_EQ(stored("NACHNAME").toString(), "Huber-Moser");
     EXPECT_EQ(stored("VORNAME").toString(), "Maria");
-    EXPECT_EQ(stored("BMOffsetX").toInt(), -7);
+    EXPECT_EQ(stored("BMOffsetX").toInt(), 0);
+    EXPECT_EQ(stored("BMOffsetY").toInt(), -7);
+    EXPECT_FALSE(stored("Workflow_KorrID").isNull());
+    EXPECT_EQ(stored("Workflow_KorrID").toInt(), 0);
     EXPECT_EQ(stored("Workflow_Status").toInt(), 40);
     EXPECT_EQ(stored("Korrigiert").toInt(), 1);
     EXPECT_EQ(CountRows("*", "zvbWerte", "LfdNr=1"), 1) << "LfdNr is never written";
-}
-
-TEST_F(RecordValues, number_with_letters_or_empty_is_stored_as_zero_not_null) {
-    werte.SetValue("BMOffsetX", "1a");
-    werte.SetValue("Workflow_KorrID", "");
-    werte.Save(1);
-    EXPECT_EQ(stored("BMOffsetX").toInt(), 0);
-    EXPECT_FALSE(stored("Workflow_KorrID").isNull());
-    EXPECT_EQ(stored("Workflow_KorrID").toInt(), 0);
 }
 
 TEST_F(RecordValues, empty_date_is_stored_as_null_and_a_date_as_a_date) {
