@@ -50,12 +50,21 @@ TEST(CommandLine, missing_database_is_reported_not_created) {
 }
 
 TEST(CommandLine, usage_errors_exit_with_two) {
-    EXPECT_EQ(runCli({}).exitCode, 2);
-    EXPECT_EQ(runCli({"gibtsnicht"}).exitCode, 2);
-    EXPECT_EQ(runCli({"--unbekannt", "info"}).exitCode, 2);
-    EXPECT_EQ(runCli({"--yes", "--no", "info"}).exitCode, 2);
     TempHome home;
-    EXPECT_EQ(runCli({"--home", home.dir(), "sql"}).exitCode, 2);
+    const QString dir = home.dir();
+    for (const QStringList& args : {QStringList{},
+                                    {"gibtsnicht"},
+                                    {"--unbekannt", "info"},
+                                    {"--yes", "--no", "info"},
+                                    {"--home", dir, "sql"},
+                                    {"--home", dir, "print"},
+                                    {"--home", dir, "export", "--pdf"},
+                                    {"--home", dir, "autoimport", "jetzt"},
+                                    {"--home", dir, "housekeeping", "jetzt"}})
+        EXPECT_EQ(runCli(args).exitCode, 2) << args.join(' ').toStdString();
+    const CliRun badAnswer = runCli({"--home", dir, "export", "--report", "vielleicht"});
+    EXPECT_EQ(badAnswer.exitCode, 2);
+    EXPECT_TRUE(badAnswer.err.contains("--report"));
 }
 
 TEST(CommandLine, help_lists_the_commands) {

@@ -10,9 +10,11 @@
 
 namespace {
 
-qint32 accepted(const TempHome& home, int index) {
+// Demo form index with its image in the home, accepted (state 40) unless changes say otherwise.
+qint32 accepted(const TempHome& home, int index, const RowValues& changes = {}) {
     RowValues row = demoForm(index);
     row.insert("Workflow_Status", 40);
+    row.insert(changes);
     home.writeFile("images/" + row.value("BMPName").toString(), "II*");
     return insertRecord(row);
 }
@@ -34,18 +36,12 @@ TEST(ExportCommands, export_writes_xml_and_prints_the_reports_into_pdf_files) {
     EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
 }
 
-TEST(ExportCommands, export_without_a_report_answer_prints_nothing_for_an_open_report_type) {
-    TempHome home;
-    SetSysValue("Report_Other_Country", 3);
-    accepted(home, 2);
-    const CliRun run = runCli({"--home", home.dir(), "export"});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901003.xml")));
-    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
-}
-
+// Without --report an open report type prints nothing; a due report that cannot be printed is
+// reported, and the records are exported all the same.
 TEST(ExportCommands, export_on_a_machine_without_printers_reports_the_printer_and_still_exports) {
     TempHome home;
+    SetSysValue("Report_Other_Country", 3);
+    accepted(home, 2); // French card: asked, and nobody answers
     accepted(home, 5); // German card: a report is due
     // A print server that cannot be reached: no printers, even on a machine that has some.
     const QByteArray server = qgetenv("CUPS_SERVER");
@@ -53,19 +49,10 @@ TEST(ExportCommands, export_on_a_machine_without_printers_reports_the_printer_an
     const CliRun run = runCli({"--home", home.dir(), "export"});
     server.isNull() ? qunsetenv("CUPS_SERVER") : qputenv("CUPS_SERVER", server);
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(run.err.contains("Beim Initialisieren des Druckers trat ein Fehler auf!")) << run.err.toStdString();
+    EXPECT_EQ(run.err.count("Beim Initialisieren des Druckers trat ein Fehler auf!"), 1) << run.err.toStdString();
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901003.xml")));
     EXPECT_TRUE(QFileInfo::exists(home.path("export/31901006.xml")));
     EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
-}
-
-TEST(ExportCommands, wrong_report_answers_and_arguments_are_usage_errors) {
-    TempHome home;
-    const CliRun bad = runCli({"--home", home.dir(), "export", "--report", "vielleicht"});
-    EXPECT_EQ(bad.exitCode, 2);
-    EXPECT_TRUE(bad.err.contains("--report"));
-    EXPECT_EQ(runCli({"--home", home.dir(), "export", "--pdf"}).exitCode, 2);
-    EXPECT_EQ(runCli({"--home", home.dir(), "autoimport", "jetzt"}).exitCode, 2);
-    EXPECT_EQ(runCli({"--home", home.dir(), "housekeeping", "jetzt"}).exitCode, 2);
 }
 
 TEST(ExportCommands, autoimport_takes_newer_files_once) {
@@ -89,13 +76,8 @@ TEST(ExportCommands, housekeeping_runs_the_start_up_steps_and_notes_the_day) {
 TEST(PrintCommand, prints_a_clean_record_and_refuses_a_faulty_one) {
     TempHome home;
     SetSysValue("Report_Other_Country", 3);
-    RowValues clean = demoForm(0);
-    clean.insert("FORM_ID", "E111");
-    clean.insert("Workflow_Status", 30);
-    const qint32 good = insertRecord(clean);
-    RowValues faulty = demoForm(1);
-    faulty.insert("CARD_ID", "8052800OOO");
-    const qint32 bad = insertRecord(faulty);
+    const qint32 good = accepted(home, 0, {{"FORM_ID", "E111"}, {"Workflow_Status", 30}});
+    const qint32 bad = accepted(home, 1, {{"CARD_ID", "8052800OOO"}});
 
     const CliRun run = runCli({"--home", home.dir(), "print", QString::number(good), "--pdf", home.path("berichte"),
                                "--report", "stationaer"});
@@ -113,7 +95,6 @@ TEST(PrintCommand, prints_a_clean_record_and_refuses_a_faulty_one) {
     const CliRun missing = runCli({"--home", home.dir(), "print", "999"});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_TRUE(missing.err.contains("999"));
-    EXPECT_EQ(runCli({"--home", home.dir(), "print"}).exitCode, 2);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 // per record in exp.txt, depending on the backup switches.
 
 #include "ExportFixture.h"
-#include "app/TextFile.h"
 
 namespace {
 
@@ -21,7 +20,6 @@ TEST_F(ExportBackup, backup_on_keeps_xml_image_and_a_text_line_per_record) {
     EXPECT_EQ(home.readFile(day("exportdata/31901002.xml")), home.readFile("export/31901002.xml"));
     EXPECT_EQ(home.readFile(day("images/31901001.tif")), "II* Bild 31901001.tif");
     EXPECT_FALSE(exists("images/31901001.tif"));
-    EXPECT_FALSE(exists("images/31901002.tif"));
 
     // Every column in table order but LfdNr and Workflow_*: the 13 raw lines and the two offsets
     // are empty here, Korrigiert and Neuimport are yes/no.
@@ -36,9 +34,7 @@ TEST_F(ExportBackup, backup_on_keeps_xml_image_and_a_text_line_per_record) {
 
     acceptedForm(2);
     ExportZVBWerte();
-    QStringList lines;
-    readTextLines(home.path(day("exportdata/exp.txt")), lines);
-    EXPECT_EQ(lines.size(), 3) << "a later pass of the same day appends";
+    EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).count("\r\n"), 3) << "a later pass of the same day appends";
 }
 
 TEST_F(ExportBackup, backup_off_keeps_nothing_but_still_deletes_image_and_record) {

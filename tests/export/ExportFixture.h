@@ -48,8 +48,7 @@ protected:
         row.insert(QStringLiteral("Workflow_Status"), 40);
         row.insert(QStringLiteral("Workflow_KorrID"), 1);
         row.insert(QStringLiteral("Korrigiert"), 1);
-        for (auto it = changes.begin(); it != changes.end(); ++it)
-            row.insert(it.key(), it.value());
+        row.insert(changes);
         const QString image = row.value(QStringLiteral("BMPName")).toString();
         if (!image.isEmpty())
             home.writeFile(QStringLiteral("images/") + image, "II* Bild " + image.toLatin1());

@@ -4,8 +4,6 @@
 #include "ExportFixture.h"
 #include "app/Progress.h"
 
-#include <QProcess>
-
 namespace {
 
 class RecordingProgress : public Progress {
@@ -78,35 +76,21 @@ TEST_F(Export, values_with_markup_characters_still_give_well_formed_xml) {
     EXPECT_TRUE(bytes.contains("<Name>M\xfcller &amp; S\xf6hne &lt;GmbH&gt;</Name>")) << "Windows-1252, escaped";
     EXPECT_EQ(elementTexts(bytes, "Name"), QStringList{"Müller & Söhne <GmbH>"});
     EXPECT_EQ(elementTexts(bytes, "Given_names"), QStringList{"Jürgen \"Jupp\" O'Neill"});
-    QXmlStreamReader reader(bytes);
-    while (!reader.atEnd() && !(reader.readNext() == QXmlStreamReader::StartElement && reader.name() == u"Uebergabe")) {
-    }
-    EXPECT_EQ(reader.attributes().value("erfasst").toString(), "2026-11-1\"") << "a quote in an attribute value";
-
-    // The system's own XML parser agrees.
-    QProcess xmllint;
-    xmllint.start("xmllint", {"--noout", home.path("export/31901006.xml")});
-    ASSERT_TRUE(xmllint.waitForFinished(30000));
-    EXPECT_EQ(xmllint.exitCode(), 0) << xmllint.readAllStandardError().toStdString();
+    EXPECT_TRUE(bytes.contains("erfasst=\"2026-11-1&quot;\"")) << "a quote in an attribute value";
 }
 
 TEST_F(Export, only_records_in_state_20_or_40_leave_in_running_number_order) {
     RecordingProgress progress;
-    const qint32 waiting = acceptedForm(0, {{"Workflow_Status", 10}});
-    const qint32 forty = acceptedForm(1);
-    const qint32 inCorrection = acceptedForm(2, {{"Workflow_Status", 30}});
-    const qint32 twenty = acceptedForm(3, {{"Workflow_Status", 20}});
-    const qint32 exportedBefore = acceptedForm(4, {{"Workflow_Status", 41}});
+    acceptedForm(0, {{"Workflow_Status", 10}});
+    acceptedForm(1);
+    acceptedForm(2, {{"Workflow_Status", 30}});
+    acceptedForm(3, {{"Workflow_Status", 20}});
+    acceptedForm(4, {{"Workflow_Status", 41}});
     ExportZVBWerte();
 
-    EXPECT_TRUE(exists("export/31901002.xml"));
-    EXPECT_TRUE(exists("export/31901004.xml"));
-    for (const char* name : {"export/31901001.xml", "export/31901003.xml", "export/31901005.xml"})
-        EXPECT_FALSE(exists(name)) << name;
-    EXPECT_EQ(CountRows("*", "zvbWerte", QStringLiteral("LfdNr=%1").arg(forty)), 0);
-    EXPECT_EQ(CountRows("*", "zvbWerte", QStringLiteral("LfdNr=%1").arg(twenty)), 0);
-    for (const qint32 kept : {waiting, inCorrection, exportedBefore})
-        EXPECT_EQ(CountRows("*", "zvbWerte", QStringLiteral("LfdNr=%1").arg(kept)), 1) << kept;
+    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files), (QStringList{"31901002.xml", "31901004.xml"}));
+    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status IN (10, 30, 41)"), 3) << "the others stay as they were";
+    EXPECT_EQ(records(), 3);
     EXPECT_EQ(progress.texts, (QStringList{"Export von korrigierten Daten: 0", "Export von korrigierten Daten: 1",
                                            "Export von korrigierten Daten: 2", ""}));
     EXPECT_EQ(progress.last, (QPair<qint64, qint64>{2, 2}));
@@ -125,11 +109,11 @@ TEST_F(Export, same_base_name_from_two_folders_or_extensions_gives_one_file_the_
     acceptedForm(0, {{"BMPName", "links/0815_0001.tif"}, {"NACHNAME", "Erster"}});
     acceptedForm(1, {{"BMPName", "rechts\\0815_0001.bmp"}, {"NACHNAME", "Zweiter"}});
     acceptedForm(2, {{"BMPName", "31901003.v2.tif"}});
-    acceptedForm(3, {{"BMPName", "ohnepunkt"}});
+    acceptedForm(3, {{"BMPName", "ordner.neu/ohnepunkt"}});
     ExportZVBWerte();
     EXPECT_EQ(elementTexts(home.readFile("export/0815_0001.xml"), "Name"), QStringList{"Zweiter"});
     EXPECT_TRUE(exists("export/31901003.v2.xml")) << "only the last dot is cut";
-    EXPECT_TRUE(exists("export/ohnepunkt.xml")) << "a name without a dot is taken whole";
+    EXPECT_TRUE(exists("export/ohnepunkt.xml")) << "a name without a dot is taken whole, a folder's dot aside";
     EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files).size(), 3);
     EXPECT_EQ(records(), 0);
 }

@@ -26,8 +26,7 @@ protected:
         row.insert("FORM_ID", "E111");
         row.insert("Workflow_Status", 30);
         row.insert("Workflow_KorrID", 1);
-        for (auto it = changes.begin(); it != changes.end(); ++it)
-            row.insert(it.key(), it.value());
+        row.insert(changes);
         return insertRecord(row);
     }
     QVariant stored(qint32 lfdNr, const char* column) {

@@ -26,8 +26,7 @@ protected:
     // Demo form index as stored, with changes, returned as the row PrintRecord is given.
     QSqlRecord form(int index, const RowValues& changes = {}) {
         RowValues row = demoForm(index);
-        for (auto it = changes.begin(); it != changes.end(); ++it)
-            row.insert(it.key(), it.value());
+        row.insert(changes);
         const qint32 number = insertRecord(row);
         QSqlQuery q = execSql(QStringLiteral("SELECT * FROM zvbWerte WHERE LfdNr=%1").arg(number));
         q.next();
@@ -36,9 +35,8 @@ protected:
 
     // The PDF files written, in printing order (their names start with the job number).
     QStringList printed() const {
-        QStringList files =
-            QDir(home.path(QStringLiteral("berichte"))).entryList({QStringLiteral("*.pdf")}, QDir::Files, QDir::Name);
-        return files;
+        return QDir(home.path(QStringLiteral("berichte")))
+            .entryList({QStringLiteral("*.pdf")}, QDir::Files, QDir::Name);
     }
     PdfPage page(const QString& file) const {
         const QVector<PdfPage> pages = readPdf(home.path(QStringLiteral("berichte/")) + file);

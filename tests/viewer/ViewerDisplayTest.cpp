@@ -117,9 +117,9 @@ TEST_F(ViewerDisplay, colour_page_at_300_dpi) {
 
 // Going to another field of the same file repositions from the page already in memory: the file
 // is replaced by bytes no reader understands (same size and time), and the viewer still moves to
-// the other block.
-TEST_F(ViewerDisplay, another_field_of_the_same_file_needs_no_reading) {
-    const QString path = writeTiff(dir, QStringLiteral("31901002.tif"), {standardPage(PageKind::Bitonal)});
+// the other block. A file written anew under the same name (a new scan) is read again.
+TEST_F(ViewerDisplay, the_file_is_read_again_only_when_it_changed) {
+    const QString path = writeTiff(dir, QStringLiteral("31901002.tif"), {standardPage(PageKind::Grey)});
     ASSERT_EQ(show(path, surnameBlock), 1);
     const QFileInfo before(path);
     const QDateTime modified = before.lastModified();
@@ -135,15 +135,8 @@ TEST_F(ViewerDisplay, another_field_of_the_same_file_needs_no_reading) {
     const QRect block = boxOf(view, isDarkInk);
     EXPECT_TRUE(whollyInside(block, view.size()));
     EXPECT_NEAR(double(block.width()) / block.height(), 1.0, 0.1) << "the square block is in view";
-}
 
-// A file written anew under the same name (a new scan) is read again.
-TEST_F(ViewerDisplay, changed_file_is_read_again) {
-    const QString path = writeTiff(dir, QStringLiteral("31901003.tif"), {standardPage(PageKind::Grey)});
-    ASSERT_EQ(show(path, surnameBlock), 1);
-    ASSERT_FALSE(boxOf(grabPageArea(), isDarkInk).isEmpty());
-    const QDateTime modified = QFileInfo(path).lastModified();
-    writeTiff(dir, QStringLiteral("31901003.tif"), {makePage(PageKind::Grey, {{otherBlock, Qt::black}})});
+    writeTiff(dir, QStringLiteral("31901002.tif"), {makePage(PageKind::Grey, {{otherBlock, Qt::black}})});
     {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
@@ -198,8 +191,7 @@ TEST_F(ViewerDisplay, one_window_reused_and_closed) {
     QWidget* window = viewerWindow();
     ASSERT_NE(window, nullptr);
     ASSERT_EQ(show(second, otherBlock, "CARD_ID"), 1);
-    EXPECT_EQ(viewerWindow(), window);
-    EXPECT_EQ(viewerWindowCount(), 1);
+    EXPECT_EQ(viewerWindows(), QList<QWidget*>{window});
     EXPECT_TRUE(viewerStatus().contains(QStringLiteral("31901006.tif")));
     EXPECT_TRUE(viewerStatus().contains(QStringLiteral("CARD_ID")));
 
@@ -213,7 +205,7 @@ TEST_F(ViewerDisplay, one_window_reused_and_closed) {
 
     ASSERT_EQ(show(first, surnameBlock), 1);
     EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(viewerWindowCount(), 1);
+    EXPECT_EQ(viewerWindows(), QList<QWidget*>{window});
 }
 
 } // namespace

@@ -1,13 +1,12 @@
 // The viewer never takes the keyboard from the caller's window: typing goes on in the form while
-// the viewer opens, follows fields, scrolls, zooms, turns and inverts; after full screen the form
-// is active again.
+// the viewer opens, follows fields, scrolls, zooms, turns and inverts; the full-screen view takes
+// it until Escape, and then the form is active again.
 #include "ViewerPages.h"
 #include "viewer/zvbkor.h"
 
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -25,7 +24,7 @@ protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());
         Schliessen();
-        path = writeTiff(dir, QStringLiteral("31901007.tif"), {standardPage(PageKind::Bitonal)});
+        path = writeTiff(dir, QStringLiteral("31901007.tif"), {standardPage(PageKind::Colour)});
         auto* layout = new QVBoxLayout(&form);
         nachname = new QLineEdit(&form);
         nachname->setObjectName(QStringLiteral("NACHNAME"));
@@ -68,24 +67,41 @@ TEST_F(ViewerFocus, form_keeps_the_keyboard) {
     EXPECT_EQ(nachname->text(), QStringLiteral("Huber"));
 }
 
-// While full screen is up the form takes no input; afterwards it has the keyboard again.
-TEST_F(ViewerFocus, form_is_active_again_after_full_screen) {
+// Full screen shows the whole page with the mark and takes all input until Escape (other keys do
+// not end it); afterwards the form has the keyboard again.
+TEST_F(ViewerFocus, full_screen_until_escape_then_the_form_is_active_again) {
     ASSERT_EQ(show(path, surnameBlock, "NACHNAME"), 1);
-    bool modal = false;
-    QTimer::singleShot(50, [&] {
-        QWidget* view = fullScreenView();
-        if (!view)
-            return;
-        modal = QApplication::activeModalWidget() == view;
-        type(form, QStringLiteral("xx")); // typed at the form: blocked while full screen is up
-        QTest::keyClick(view, Qt::Key_Escape);
-    });
-    QTimer::singleShot(5000, [] { Schliessen(); });
-    ASSERT_EQ(AnzeigeVoll(), 1);
+    QImage seen;
+    bool wasFullScreen = false, modal = false, survivedOtherKey = false;
+    ASSERT_EQ(showFullScreen([&](QWidget* view) {
+                  wasFullScreen = view->isFullScreen();
+                  modal = QApplication::activeModalWidget() == view;
+                  seen = view->grab().toImage().convertToFormat(QImage::Format_RGB32);
+                  type(form, QStringLiteral("xx")); // typed at the form: blocked while full screen is up
+                  QTest::keyClick(view, Qt::Key_A);
+                  survivedOtherKey = fullScreenView() != nullptr;
+                  QTest::keyClick(view, Qt::Key_Escape);
+              }),
+              1);
+    EXPECT_TRUE(wasFullScreen);
     EXPECT_TRUE(modal);
+    EXPECT_TRUE(survivedOtherKey);
+    EXPECT_EQ(fullScreenView(), nullptr);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
     type(form, QStringLiteral("Maria"));
     EXPECT_EQ(nachname->text(), QStringLiteral("Maria"));
+
+    ASSERT_FALSE(seen.isNull());
+    const QRect paper = boxOf(seen, isPaper);
+    EXPECT_NEAR(double(paper.height()) / paper.width(), 2339.0 / 1654.0, 0.02) << "the whole page";
+    EXPECT_TRUE(paper.top() <= 1 || paper.left() <= 1) << "fitted to the screen";
+    const QImage page = seen.copy(paper);
+    const QRect b = boxOf(page, isBlockBlue);
+    const QRect other = boxOf(page, isDarkInk);
+    ASSERT_FALSE(b.isEmpty());
+    ASSERT_FALSE(other.isEmpty());
+    EXPECT_GT(other.top(), b.bottom());
+    EXPECT_TRUE(isMarkRed(page.pixel(b.left() - 3, b.center().y())));
 }
 
 } // namespace

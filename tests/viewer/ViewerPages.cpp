@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QPainter>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -56,30 +57,20 @@ QString writeTiff(const QTemporaryDir& dir, const QString& name, const QList<QIm
 }
 
 const char* kindName(PageKind kind) {
-    switch (kind) {
-    case PageKind::Bitonal:
-        return "Bitonal";
-    case PageKind::Grey:
-        return "Grey";
-    case PageKind::Colour:
-        return "Colour";
-    }
-    return "?";
+    static const char* const names[] = {"Bitonal", "Grey", "Colour"};
+    return names[int(kind)];
+}
+
+QList<QWidget*> viewerWindows() {
+    QList<QWidget*> found;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->windowTitle() == viewerCaption)
+            found << w;
+    return found;
 }
 
 QWidget* viewerWindow() {
-    for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->windowTitle() == viewerCaption)
-            return w;
-    return nullptr;
-}
-
-int viewerWindowCount() {
-    int count = 0;
-    for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->windowTitle() == viewerCaption)
-            ++count;
-    return count;
+    return viewerWindows().value(0);
 }
 
 QWidget* fullScreenView() {
@@ -87,6 +78,17 @@ QWidget* fullScreenView() {
         if (w->objectName() == QLatin1String("zvbkorFullScreen") && w->isVisible())
             return w;
     return nullptr;
+}
+
+int32_t showFullScreen(const std::function<void(QWidget*)>& whileUp) {
+    QTimer::singleShot(50, [whileUp] {
+        if (QWidget* view = fullScreenView())
+            whileUp(view);
+    });
+    QTimer safetyNet; // never hang the suite, and never close a later test's viewer
+    safetyNet.callOnTimeout([] { Schliessen(); });
+    safetyNet.start(5000);
+    return AnzeigeVoll();
 }
 
 QImage grabPageArea() {

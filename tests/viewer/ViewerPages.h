@@ -49,10 +49,13 @@ int32_t show(const QString& path, const QRect& r, const char* field = "NACHNAME"
 
 // The viewer's window, found as the main window finds it: by its caption "ZV-Beleg Image Viewer".
 QWidget* viewerWindow();
-// How many top-level windows carry the viewer's caption.
-int viewerWindowCount();
+// Every top-level window carrying the viewer's caption.
+QList<QWidget*> viewerWindows();
 // The viewer's full-screen view while it is up, or nullptr.
 QWidget* fullScreenView();
+// Runs AnzeigeVoll and returns its answer; whileUp is called with the full-screen view once it is
+// up (not at all if it never comes up). The view is closed after 5 s at the latest.
+int32_t showFullScreen(const std::function<void(QWidget*)>& whileUp);
 // The page area of the viewer window as the user sees it (scroll bars excluded); null without a
 // window.
 QImage grabPageArea();
