@@ -14,12 +14,6 @@ protected:
     const QColor errorColour = colourFromReference(FieldColours().fehler); // Color_Fehler &HA0A0FF
     const QColor okColour = colourFromReference(FieldColours().ok);        // Color_OK &HFF00
     const QColor noCheckColour = colourFromReference(FieldColours().noCheck);
-
-    void tabTo(const QString& name) {
-        for (int i = 0; i < 12 && focusedName() != name; ++i)
-            key(Qt::Key_Tab);
-        ASSERT_EQ(focusedName(), name);
-    }
 };
 
 TEST_F(FieldCheck, a_field_left_with_a_wrong_value_turns_the_error_colour) {
@@ -59,22 +53,22 @@ TEST_F(FieldCheck, the_record_is_checked_and_coloured_when_it_is_shown) {
     EXPECT_EQ(background("PERSONAL_ID"), noCheckColour);
 }
 
-TEST_F(FieldCheck, f2_finds_error_coloured_fields_only_when_told_to) {
+TEST_F(FieldCheck, f2_finds_question_marks_or_error_colours_as_f2_was_suchen_says) {
     setting("F2_WieWeitSuchen", 1);
     FormValues form = demoForms().at(0);
-    form["NACHNAME"] = "";
+    form["NACHNAME"] = "";         // error colour, no question mark
+    form["GEBDAT"] = "03.0?.1961"; // a question mark
     insertRecord(form);
-
-    setting("F2_WasSuchen", 2);
     open();
-    key(Qt::Key_F2);
-    EXPECT_EQ(focusedName(), "NACHNAME");
-
-    // Only question marks: the empty name is no reason to stop.
-    setting("F2_WasSuchen", 0);
-    key(Qt::Key_Backtab, Qt::ShiftModifier);
-    key(Qt::Key_F2);
-    EXPECT_EQ(focusedName(), "buttonOK");
+    // 0: question marks only, 1: nothing, 2: both, 3: error colours only.
+    const std::pair<int, const char*> rows[] = {{0, "GEBDAT"}, {1, "buttonOK"}, {2, "NACHNAME"}, {3, "NACHNAME"}};
+    for (const auto& [wasSuchen, found] : rows) {
+        SCOPED_TRACE(wasSuchen);
+        setting("F2_WasSuchen", wasSuchen);
+        field("FORM_ID")->setFocus();
+        key(Qt::Key_F2);
+        EXPECT_EQ(focusedName(), found);
+    }
 }
 
 } // namespace

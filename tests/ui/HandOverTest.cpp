@@ -53,7 +53,8 @@ TEST_F(HandOverWindow, ok_with_errors_keeps_the_record_and_lists_the_errors) {
     ASSERT_NE(list, nullptr);
     const QString listed = list->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
     EXPECT_TRUE(listed.contains("befindet sich noch ein ?")) << listed.toStdString();
-    // The list does not take the keyboard; the faulty field has it.
+    // The list neither blocks the form nor takes the keyboard; the faulty field has it.
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(QApplication::activeWindow(), window.get());
     EXPECT_EQ(focusedName(), "NACHNAME");
     EXPECT_FALSE(exported("31901001.tif"));
@@ -75,30 +76,19 @@ TEST_F(HandOverWindow, ok_on_a_clean_record_exports_it_and_shows_the_next) {
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
-TEST_F(HandOverWindow, f2_with_wie_weit_2_hands_over_and_jumps_into_the_next_record) {
-    setting("F2_WieWeitSuchen", 2);
-    const qint32 clean = insertRecord(demoForms().at(0));
-    const qint32 unread = insertUnread(1);
-    open();
-    key(Qt::Key_F2);
-    EXPECT_TRUE(exported("31901001.tif"));
-    EXPECT_EQ(workflowOf(clean), "");
-    EXPECT_EQ(window->currentRecord(), unread);
-    EXPECT_EQ(focusedName(), "NACHNAME");
-    EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
-}
-
-TEST_F(HandOverWindow, f2_walks_through_a_batch_until_a_record_needs_the_operator) {
+TEST_F(HandOverWindow, f2_with_wie_weit_2_hands_over_a_batch_until_a_record_needs_the_operator) {
     setting("F2_WieWeitSuchen", 2);
     const QVector<FormValues> forms = demoForms();
-    insertRecord(forms.at(0));
+    const qint32 clean = insertRecord(forms.at(0));
     insertRecord(forms.at(1));
     const qint32 unread = insertUnread(2);
     open();
     key(Qt::Key_F2);
     EXPECT_TRUE(exported("31901001.tif"));
     EXPECT_TRUE(exported("31901002.tif"));
+    EXPECT_EQ(workflowOf(clean), "");
     EXPECT_EQ(window->currentRecord(), unread);
+    EXPECT_EQ(focusedName(), "NACHNAME");
     EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
 
     // Corrected, the last record goes with F2 as well, and the form is empty.
@@ -108,11 +98,19 @@ TEST_F(HandOverWindow, f2_walks_through_a_batch_until_a_record_needs_the_operato
     EXPECT_EQ(window->currentRecord(), -1);
 }
 
-TEST_F(HandOverWindow, f2_with_wie_weit_0_hands_over_and_stops_at_the_first_field) {
-    setting("F2_WieWeitSuchen", 0);
-    insertRecord(demoForms().at(0));
+TEST_F(HandOverWindow, f2_on_a_clean_record_goes_to_ok_with_wie_weit_1_and_hands_over_with_0) {
+    setting("F2_WieWeitSuchen", 1);
+    const qint32 clean = insertRecord(demoForms().at(0));
     const qint32 unread = insertUnread(1);
     open();
+    key(Qt::Key_F2);
+    EXPECT_EQ(focusedName(), "buttonOK");
+    EXPECT_EQ(window->currentRecord(), clean);
+    EXPECT_EQ(workflowOf(clean), "30/1");
+
+    // 0: handed over, and the next record starts at its first field, not at its "?".
+    setting("F2_WieWeitSuchen", 0);
+    field("FORM_ID")->setFocus();
     key(Qt::Key_F2);
     EXPECT_TRUE(exported("31901001.tif"));
     EXPECT_EQ(window->currentRecord(), unread);

@@ -40,7 +40,7 @@ protected:
     QAction* action(const QString& name) const { return window->findChild<QAction*>(name); }
 };
 
-TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard) {
+TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard_and_closes_with_the_program) {
     copyDemoImage();
     insertDemoRecords(1);
     open();
@@ -49,29 +49,21 @@ TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard) {
     EXPECT_TRUE(viewerStatus().contains("Formular")) << viewerStatus().toStdString();
     EXPECT_EQ(QApplication::activeWindow(), window.get());
 
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    EXPECT_EQ(focusedName(), "NACHNAME");
-    EXPECT_TRUE(viewerStatus().contains("Nachname")) << viewerStatus().toStdString();
-    EXPECT_EQ(QApplication::activeWindow(), window.get());
-
-    // Typing still goes into the form.
-    type("x");
-    EXPECT_TRUE(field("NACHNAME")->text().endsWith("x"));
-}
-
-TEST_F(ImageDisplay, zoom_and_scroll_items_act_on_the_viewer) {
-    copyDemoImage();
-    insertDemoRecords(1);
-    open();
-    ASSERT_NE(viewer(), nullptr);
+    tabTo("NACHNAME");
     const QString before = viewerStatus();
+    EXPECT_TRUE(before.contains("Nachname")) << before.toStdString();
+    // The zoom items act on the viewer, and the keyboard stays with the form.
     action("mpZoomIn")->trigger();
     EXPECT_NE(viewerStatus(), before);
     action("mpZoomOut")->trigger();
     EXPECT_EQ(viewerStatus(), before);
     EXPECT_EQ(QApplication::activeWindow(), window.get());
+    type("x");
+    EXPECT_TRUE(field("NACHNAME")->text().endsWith("x"));
+
+    messages.queueAnswer(MsgBox::Yes);
+    window->close();
+    EXPECT_EQ(viewer(), nullptr);
 }
 
 TEST_F(ImageDisplay, switched_off_no_viewer_appears_and_switching_off_closes_it) {
@@ -132,16 +124,6 @@ TEST_F(ImageDisplay, f12_shows_the_page_full_screen_until_escape_then_closes_the
     // The next field shows the page again.
     key(Qt::Key_Tab);
     EXPECT_NE(viewer(), nullptr);
-}
-
-TEST_F(ImageDisplay, leaving_the_program_closes_the_viewer) {
-    copyDemoImage();
-    insertDemoRecords(1);
-    open();
-    ASSERT_NE(viewer(), nullptr);
-    messages.queueAnswer(MsgBox::Yes);
-    window->close();
-    EXPECT_EQ(viewer(), nullptr);
 }
 
 } // namespace

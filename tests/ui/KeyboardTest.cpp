@@ -5,9 +5,6 @@
 #include "MainWindowFixture.h"
 
 #include "app/Database.h"
-#include "model/mdlWorkflow.h"
-
-#include <QPushButton>
 
 namespace {
 
@@ -75,33 +72,11 @@ TEST_F(Keyboard, a_field_entered_by_tab_follows_cursor_allg_even_with_a_question
     EXPECT_FALSE(field("STATE")->hasSelectedText());
 }
 
-TEST_F(Keyboard, f2_on_a_clean_record_with_wie_weit_1_goes_to_the_ok_button) {
-    setting("F2_WieWeitSuchen", 1);
-    const QVector<qint32> records = insertDemoRecords(2);
-    open();
-    key(Qt::Key_F2);
-    EXPECT_EQ(focusedName(), "buttonOK");
-    EXPECT_EQ(window->currentRecord(), records[0]);
-    EXPECT_EQ(workflowOf(records[0]), "30/1");
-}
-
-TEST_F(Keyboard, f2_was_suchen_1_finds_no_field_at_all) {
-    setting("F2_WasSuchen", 1);
-    setting("F2_WieWeitSuchen", 1);
-    openHuberWithUnreadCharacters();
-    key(Qt::Key_F2);
-    EXPECT_EQ(focusedName(), "buttonOK");
-}
-
 TEST_F(Keyboard, escape_restores_the_text_the_field_had_when_it_was_entered) {
     setting("Cursor_Allg", 2);
     insertDemoRecords(1);
     open();
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    ASSERT_EQ(focusedName(), "VORNAME");
+    tabTo("VORNAME");
     type(" Theresia");
     EXPECT_EQ(field("VORNAME")->text(), "Maria Theresia");
     key(Qt::Key_Escape);
@@ -138,10 +113,7 @@ TEST_F(Keyboard, f3_empties_the_field_and_insert_switches_to_overwrite) {
     key(Qt::Key_F3);
     EXPECT_EQ(field("FORM_ID")->text(), "");
 
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
-    ASSERT_EQ(focusedName(), "NACHNAME");
+    tabTo("NACHNAME");
     key(Qt::Key_Insert);
     type("Ka");
     EXPECT_EQ(field("NACHNAME")->text(), "Kaber");
@@ -203,8 +175,7 @@ TEST_F(Keyboard, field_table_and_lengths_are_rebuilt_when_the_form_loads) {
     EXPECT_EQ(field("STATE")->maxLength(), 2);
     EXPECT_EQ(field("NACHNAME")->maxLength(), 40);
 
-    key(Qt::Key_Tab);
-    key(Qt::Key_Tab);
+    tabTo("STATE");
     key(Qt::Key_F3);
     type("DEU");
     EXPECT_EQ(field("STATE")->text(), "DE");

@@ -40,6 +40,12 @@ void MainWindowTest::type(const QString& text) {
         QTest::keyClick(window->windowHandle(), c.toLatin1());
 }
 
+void MainWindowTest::tabTo(const QString& name) {
+    for (int i = 0; i < 12 && focusedName() != name; ++i)
+        key(Qt::Key_Tab);
+    ASSERT_EQ(focusedName(), name);
+}
+
 QLineEdit* MainWindowTest::field(const QString& name) const {
     return window->findChild<QLineEdit*>(name);
 }

@@ -23,6 +23,8 @@ protected:
     void key(Qt::Key k, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     // Types text into the control with the focus, key by key.
     void type(const QString& text);
+    // Presses Tab until the field name has the focus; fails the test when it never gets it.
+    void tabTo(const QString& name);
 
     QLineEdit* field(const QString& name) const;
     QWidget* focused() const;

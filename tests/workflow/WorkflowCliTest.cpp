@@ -51,10 +51,6 @@ TEST_F(WorkflowCli, discard_deletes_record_and_image_but_not_another_workstation
     EXPECT_EQ(cli({"discard", "x"}).exitCode, 2);
 }
 
-} // namespace
-
-namespace {
-
 class AcceptCli : public WorkflowCli {
 protected:
     AcceptCli() { execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0"); }
