@@ -64,11 +64,11 @@ QString reportRowsCondition(const QString& appState, const QString& cardState, i
 int GetReport(const QString& cardState, bool dontAsk) {
     int result = ReportType::None;
     RunReported(QStringLiteral("GetReport"), [&] {
-        const QString condition = QStringLiteral("State_ID=") + sqlQuote(cardState);
-        if (CountRows(QStringLiteral("*"), QStringLiteral("sysStates"), condition) == 0)
+        // One look-up answers both questions: is the state known, and which card type it has.
+        QSqlQuery state = execSql(QStringLiteral("SELECT State_XmlType FROM sysStates WHERE State_ID=?"), {cardState});
+        if (!state.next())
             return;
-        const QString xmlType =
-            Nz(GetValue(QStringLiteral("State_XmlType"), QStringLiteral("sysStates"), condition), QString()).toString();
+        const QString xmlType = Nz(state.value(0), QString()).toString();
         if (xmlType == QLatin1String("4")) {
             result = ToInteger(GetSysValue(QStringLiteral("Report_Ambrix_Country"))) == 0 ? ReportType::None
                                                                                           : ReportType::Ambrix;
