@@ -98,8 +98,10 @@ bool czechOrSlovakia(const QString& number) {
     const QString n = withoutHyphens(number);
     if (!isDigits(n, 9) && !isDigits(n, 10))
         return false;
-    const int month = int(numberAt(n, 2, 2)) % 50 % 20;
-    if (month < 1 || month > 12 || !isDayOfYear(int(numberAt(n, 4, 2)), month))
+    const int coded = int(numberAt(n, 2, 2));
+    const int month = coded > 50 ? coded - 50 : coded;
+    const int plain = month > 20 ? month - 20 : month;
+    if (plain < 1 || plain > 12 || (month > 12 && month < 21) || !isDayOfYear(int(numberAt(n, 4, 2)), plain))
         return false;
     if (n.size() == 9)
         return numberAt(n, 0, 2) < 54;
