@@ -216,9 +216,9 @@ PageReading CardReader::readPage(const QString& path) {
     if (!page)
         return reading;
     // The engine and the edge search work on a clean black-and-white page: cut at the middle grey,
-    // specks dropped (components no larger than 3 x 3 pixels; the dot of an i is larger).
+    // specks dropped (components no larger than 2 x 2 pixels; the dot of an i or an umlaut is larger).
     PixPtr bitonal(pixConvertTo1(page.get(), 128));
-    PixPtr clean(bitonal ? pixSelectBySize(bitonal.get(), 3, 3, 8, L_SELECT_IF_EITHER, L_SELECT_IF_GT, nullptr)
+    PixPtr clean(bitonal ? pixSelectBySize(bitonal.get(), 2, 2, 8, L_SELECT_IF_EITHER, L_SELECT_IF_GT, nullptr)
                          : nullptr);
     if (!clean) {
         reading.error = QStringLiteral("Das Bild '%1' ist nicht auswertbar.").arg(path);
