@@ -30,6 +30,9 @@ constexpr int edgeOutside = 2;
 constexpr int maxShift = 150;
 // The widest gap between the words of one value: about two letters of the card's type.
 constexpr int maxWordGap = 45;
+// The narrowest gap between two characters that is a blank (a blank of the card's type is about 11
+// pixels, the space between letters 2 to 5).
+constexpr int minBlank = 9;
 
 struct PixDeleter {
     void operator()(Pix* p) const { pixDestroy(&p); }
@@ -191,17 +194,17 @@ QString CardReader::readRegion(int x, int y, int dx, int dy, Content content) {
         std::unique_ptr<char[]> symbol(it->GetUTF8Text(tesseract::RIL_SYMBOL));
         if (!symbol)
             continue;
-        if (it->IsAtBeginningOf(tesseract::RIL_WORD)) {
-            // A value is one run of words; anything after a gap wider than a few letters is a
-            // stain or the card's print beside the value.
-            int left = 0, top = 0, right = 0, bottom = 0;
-            it->BoundingBox(tesseract::RIL_WORD, &left, &top, &right, &bottom);
-            if (lastRight >= 0 && left - lastRight > maxWordGap)
-                break;
-            lastRight = right;
-            if (!text.isEmpty())
-                text += QLatin1Char(' ');
-        }
+        // A value is one run of words; anything after a gap wider than a few letters is a stain or
+        // the card's print beside the value. A blank goes where the engine starts a word or where
+        // the gap between two characters is as wide as a blank of the card's type (the engine
+        // glues "1 -" into one word).
+        int left = 0, top = 0, right = 0, bottom = 0;
+        it->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
+        if (lastRight >= 0 && left - lastRight > maxWordGap)
+            break;
+        if (!text.isEmpty() && (it->IsAtBeginningOf(tesseract::RIL_WORD) || left - lastRight >= minBlank))
+            text += QLatin1Char(' ');
+        lastRight = right;
         const QString s = QString::fromUtf8(symbol.get());
         const bool doubtful =
             it->Confidence(tesseract::RIL_SYMBOL) < minConfidence_ || (content == Content::Name && !possibleInName(s));
