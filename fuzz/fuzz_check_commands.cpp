@@ -1,11 +1,12 @@
 // Fuzzes the check command parser and every check primitive it leads to: a field definition's
-// command list is parsed and each command runs on a value, as the engine does. Lookup needs the
-// database and is only parsed here.
+// command list is parsed and each command runs on a value, as the engine does. Lookup and
+// EhicKarte need the database and are only parsed here; PersonenNr runs every state's rule.
 //
 // Input: the command list, a line feed, then the value (UTF-8).
 
 #include "app/Errors.h"
 #include "check/CheckCommands.h"
+#include "check/PersonalNumberRules.h"
 #include "check/mdlCheckHelper.h"
 
 #include <QDate>
@@ -48,7 +49,13 @@ qint16 run(const CheckCommand& c, const QString& value) {
         return Datum(value, DatumMode::Valid, QString(), QString());
     case CheckKeyword::DatumBereich:
         return Datum(value, DatumMode::Range, c.text1, c.text2);
+    case CheckKeyword::PersonenNr:
+        for (const char* state : {"AT", "BE", "BG", "CZ", "DE", "DK", "EE", "ES", "FI", "FR", "HR", "HU", "IT", "LT",
+                                  "LU", "LV", "NL", "PL", "PT", "RO", "SE", "SI", "SK", "UK", "EL", "IS", "NO"})
+            personalNumberFits(QString::fromLatin1(state), value);
+        return CheckResult::Passed;
     case CheckKeyword::Lookup:
+    case CheckKeyword::EhicKarte:
     case CheckKeyword::NoParenthesis:
     case CheckKeyword::Unknown:
         break;

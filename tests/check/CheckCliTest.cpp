@@ -82,12 +82,12 @@ TEST(CheckCommand, waits_for_another_writer_and_fails_with_1_when_it_cannot_stor
         ASSERT_TRUE(hold.exec("COMMIT"));
         ASSERT_TRUE(check.waitForFinished(60000));
         EXPECT_EQ(check.exitCode(), 0) << check.readAllStandardError().toStdString();
-        EXPECT_EQ(check.readAllStandardOutput(), "1\t0\t0000001000\n2\t2\t0003001030\n");
+        EXPECT_EQ(check.readAllStandardOutput(), "1\t0\t0000000000\n2\t2\t0003000030\n");
         hold = QSqlQuery();
         other.close();
     }
     QSqlDatabase::removeDatabase("other-workstation");
-    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003001030");
+    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003000030");
     EXPECT_EQ(GetValue("SCANDAT", "zvbWerte", "LfdNr=1").toString(), "16.11.2026") << "the other's change stays";
 
     execSql("CREATE TRIGGER readonly BEFORE UPDATE ON zvbWerte BEGIN SELECT RAISE(ABORT, 'schreibgeschützt'); END");
