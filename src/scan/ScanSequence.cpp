@@ -58,7 +58,6 @@ void reportEnd(ScanEnd end, int pages) {
     case ScanEnd::Done:
         return;
     case ScanEnd::Cancelled:
-        appProgress().status(GetText(ScanMsg::Cancelled, {pages}));
         return;
     case ScanEnd::FeederEmpty:
         message = &ScanMsg::FeederEmpty;
@@ -130,18 +129,17 @@ QString evaluationProgram() {
     return withTrailingSlash(QCoreApplication::applicationDirPath()) + QStringLiteral("zvscan");
 }
 
-ScanRun RunScanSequence(Scanner& scanner, const ScanRequest& request, ScanObserver& observer) {
-    ScanRun run;
-    acquire(scanner, request, observer, run);
+namespace {
 
+void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
     const QString folder = GetSysText(QStringLiteral("Scan_Pfad"));
     if (QDir(folder).entryList({QStringLiteral("*.tif")}, QDir::Files).isEmpty())
-        return run;
+        return;
 
     const QString program = evaluationProgram();
     if (WaitShell(program, {QStringLiteral("/USER")}, GetText(Msg::Txt_RunAusw), observer.waitView())) {
         ShowMessage(ScanMsg::NoEvaluation, MsgBox::Critical, {program});
-        return run;
+        return;
     }
     run.evaluated = true;
 
@@ -156,5 +154,17 @@ ScanRun RunScanSequence(Scanner& scanner, const ScanRequest& request, ScanObserv
         run.imported = true;
         run.importedRows = ImportZVBWerte(resultFile);
     });
+}
+
+} // namespace
+
+ScanRun RunScanSequence(Scanner& scanner, const ScanRequest& request, ScanObserver& observer) {
+    ScanRun run;
+    acquire(scanner, request, observer, run);
+    evaluateAndImport(observer, run);
+    // The batch's count stays in view after the import's own status texts have gone.
+    if (run.deviceFound)
+        appProgress().status(
+            GetText(run.end == ScanEnd::Cancelled ? ScanMsg::Cancelled : ScanMsg::PagesScanned, {run.pages}));
     return run;
 }
