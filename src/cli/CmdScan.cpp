@@ -43,7 +43,7 @@ int runScan(CliContext& c) {
                     {run.lastRecordBefore});
         while (q.next())
             c.out << q.value(0).toString() << '\t' << q.value(1).toString() << '\t' << q.value(2).toString() << '\n';
-    } else if (!run.evaluated) {
+    } else if (!run.pagesInFolder) {
         c.err << "Keine Seiten im Scanordner: nichts ausgewertet.\n";
     }
     const bool scannerFault = !run.deviceFound || (run.end != ScanEnd::Done && run.end != ScanEnd::Cancelled);

@@ -133,7 +133,8 @@ namespace {
 
 void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
     const QString folder = GetSysText(QStringLiteral("Scan_Pfad"));
-    if (QDir(folder).entryList({QStringLiteral("*.tif")}, QDir::Files).isEmpty())
+    run.pagesInFolder = !QDir(folder).entryList({QStringLiteral("*.tif")}, QDir::Files).isEmpty();
+    if (!run.pagesInFolder)
         return;
 
     const QString program = evaluationProgram();

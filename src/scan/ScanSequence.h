@@ -35,6 +35,7 @@ struct ScanRun {
     bool deviceFound = false;
     int pages = 0;                // pages saved by this run
     ScanEnd end = ScanEnd::Done;  // how the acquisition ended
+    bool pagesInFolder = false;   // the scan folder held "*.tif" pages after the acquisition
     bool evaluated = false;       // the evaluation program ran
     bool imported = false;        // a result file was there and its import ran
     int importedRows = -1;        // what the import returned
