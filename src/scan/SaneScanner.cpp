@@ -8,6 +8,8 @@
 #include <sane/sane.h>
 #include <sane/saneopts.h>
 
+#include <QThread>
+
 #include <cstring>
 #include <mutex>
 
@@ -219,6 +221,12 @@ public:
             if (!feeder)
                 break;
         }
+        // Backends that read through a helper thread cancel it asynchronously. A thread caught in
+        // its first steps (allocating its buffer) dies holding the allocator's lock and the program
+        // hangs; a thread waiting on its full pipe dies cleanly. After a fault the helper may have
+        // just been started, so it gets a moment to reach that wait.
+        if (end != ScanEnd::Done)
+            QThread::msleep(50);
         sane_cancel(handle_);
         return end;
     }
