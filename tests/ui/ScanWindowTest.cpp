@@ -41,7 +41,7 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_the_wait_window_stays_and_the
 
     // What an operator would see at moments during the scan.
     bool controlsOffWhilePagesCame = false, controlsOnWhilePagesCame = false;
-    bool waitWindowShown = false, waitWindowClosable = false;
+    bool waitWindowShown = false, waitWindowClosable = false, focusTaken = false, focusTakenBack = false;
     QString waitText;
     QTimer watch;
     watch.setInterval(5);
@@ -51,6 +51,13 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_the_wait_window_stays_and_the
             waitText = wait->findChild<QLabel*>("lblInfo")->text();
             wait->close();
             waitWindowClosable |= !wait->isVisible();
+            // The operator clicks the main window; the wait window takes the focus back.
+            if (!focusTaken) {
+                focusTaken = true;
+                window->activateWindow();
+            } else if (QApplication::activeWindow() == wait) {
+                focusTakenBack = true;
+            }
         } else if (status().startsWith("Gescannte Seiten")) {
             const bool off =
                 !scanButton()->isEnabled() && !window->findChild<QAction*>("mpScannerSettings")->isEnabled();
@@ -65,6 +72,7 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_the_wait_window_stays_and_the
     EXPECT_FALSE(controlsOnWhilePagesCame);
     EXPECT_TRUE(waitWindowShown);
     EXPECT_FALSE(waitWindowClosable);
+    EXPECT_TRUE(focusTakenBack);
     EXPECT_EQ(waitText, "Bitte warten bis die Auswertung beendet ist...");
     EXPECT_EQ(waitWindow(), nullptr);
     EXPECT_TRUE(scanButton()->isEnabled());
