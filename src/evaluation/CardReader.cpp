@@ -92,16 +92,30 @@ const char* whitelistOf(Content content) {
         return "0123456789/";
     case Content::StateCode:
         return "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    case Content::ReceiptDate:
+        return "0123456789.";
     case Content::Text:
+    case Content::Name:
     case Content::Heading:
         break;
     }
     return "";
 }
 
+// Names hold letters of any alphabet, blanks, hyphens, apostrophes and abbreviating dots; the
+// engine's whitelist cannot say "any letter", so anything else it reads in a name is a smudge or a
+// frame mark and is written as unreadable.
+bool possibleInName(const QString& symbol) {
+    for (const QChar c : symbol)
+        if (!c.isLetter() && !c.isMark() && c != QLatin1Char('-') && c != QLatin1Char('\'') && c != QLatin1Char('.') &&
+            c != QChar(0x2019))
+            return false;
+    return true;
+}
+
 } // namespace
 
-CardReader::CardReader(int minConfidence, const QString& separator)
+CardReader::CardReader(double minConfidence, const QString& separator)
     : api_(std::make_unique<tesseract::TessBaseAPI>()), minConfidence_(minConfidence), separator_(separator) {
     if (api_->Init(nullptr, "Latin", tesseract::OEM_LSTM_ONLY) != 0) {
         error_ = QStringLiteral("Tesseract kann das Schriftmodell 'Latin' nicht laden.");
@@ -131,8 +145,8 @@ QString CardReader::escaped(const QString& symbol) const {
     return symbol;
 }
 
-QString CardReader::readRegion(int x, int y, int dx, int dy, const char* whitelist) {
-    api_->SetVariable("tessedit_char_whitelist", whitelist);
+QString CardReader::readRegion(int x, int y, int dx, int dy, Content content) {
+    api_->SetVariable("tessedit_char_whitelist", whitelistOf(content));
     api_->SetRectangle(x, y, dx, dy);
     if (api_->Recognize(nullptr) != 0)
         return {};
@@ -147,7 +161,9 @@ QString CardReader::readRegion(int x, int y, int dx, int dy, const char* whiteli
         if (it->IsAtBeginningOf(tesseract::RIL_WORD) && !text.isEmpty())
             text += QLatin1Char(' ');
         const QString s = QString::fromUtf8(symbol.get());
-        text += it->Confidence(tesseract::RIL_SYMBOL) < float(minConfidence_) ? QStringLiteral("\\f") : escaped(s);
+        const bool doubtful =
+            it->Confidence(tesseract::RIL_SYMBOL) < minConfidence_ || (content == Content::Name && !possibleInName(s));
+        text += doubtful ? QStringLiteral("\\f") : escaped(s);
     } while (it->Next(tesseract::RIL_SYMBOL));
     return text;
 }
@@ -174,7 +190,7 @@ PageReading CardReader::readPage(const QString& path) {
     api_->SetImage(page.get());
     api_->SetSourceResolution(pageDpi);
     const auto read = [&](const Region& r, Content content) {
-        return readRegion(r.x + reading.offsetX, r.y + reading.offsetY, r.dx, r.dy, whitelistOf(content));
+        return readRegion(r.x + reading.offsetX, r.y + reading.offsetY, r.dx, r.dy, content);
     };
     for (const CardLine& line : layout->lines) {
         QStringList parts;
@@ -182,8 +198,7 @@ PageReading CardReader::readPage(const QString& path) {
             parts << read(part.region, part.content);
         reading.lines << parts.join(QStringLiteral("      "));
     }
-    const QString stamp = readRegion(layout->receiptDate.x + reading.offsetX, layout->receiptDate.y + reading.offsetY,
-                                     layout->receiptDate.dx, layout->receiptDate.dy, "0123456789.");
+    const QString stamp = read(layout->receiptDate, Content::ReceiptDate);
     reading.receiptDate = QDate::fromString(stamp, QStringLiteral("dd.MM.yyyy"));
     api_->Clear();
     return reading;
