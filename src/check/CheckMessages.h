@@ -27,10 +27,12 @@ inline constexpr MessageText PersonenNr{"ZVCHECKPERSONENNR_FT", " passt nicht zu
 // A command whose parameters or look-up names do not fit (a fault of the field definitions, not of
 // the value): %1 the command, %2 the field's display name, %3 what is wrong.
 inline constexpr MessageText Invalid{"Txt_checkInvalid", "Der Befehl '%1' im Feld '%2' kann nicht ausgeführt werden: %3"};
+// The field definitions could not be loaded, so no record can pass.
+inline constexpr MessageText NoDefinitions{"Txt_checkNoDefinitions", "Die Felddefinitionen (ZVBFelder) konnten nicht geladen werden: der Datensatz gilt als fehlerhaft."};
 // clang-format on
 
 // Every text above, for the tests that keep the translations complete.
-inline constexpr MessageText all[] = {Pflicht,       Integer,    Double,     DoubleLaenge, Laenge,   Bereich,
-                                      BereichDouble, Werteliste, Lookup,     Time,         Waehrung, Date,
-                                      DateBereich,   EhicKarte,  PersonenNr, Invalid};
+inline constexpr MessageText all[] = {Pflicht,       Integer,    Double,     DoubleLaenge, Laenge,       Bereich,
+                                      BereichDouble, Werteliste, Lookup,     Time,         Waehrung,     Date,
+                                      DateBereich,   EhicKarte,  PersonenNr, Invalid,      NoDefinitions};
 } // namespace CheckMsg

@@ -48,6 +48,28 @@ TEST_F(ImportFile, backup_copy_keeps_the_file_under_its_name_and_time_stamp) {
     EXPECT_FALSE(exists("backup/261116"));
 }
 
+// Two result files of the same name in one second, then the first one put back (as a crash after
+// the commit leaves it, or an operator who copies it back): both copies are kept, and the file
+// already imported is recognised by its content and set aside instead of doubling its records.
+TEST_F(ImportFile, an_imported_file_is_never_imported_twice_and_each_one_keeps_its_copy) {
+    writeResult({layout4Line});
+    const QByteArray first = home.readFile("import/zvscan.txt");
+    ASSERT_EQ(import(), 1);
+    writeResult({layout5Line});
+    const QByteArray second = home.readFile("import/zvscan.txt");
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115"), first);
+    EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115-2"), second);
+
+    home.writeFile("import/zvscan.txt", first);
+    EXPECT_EQ(import(), -1);
+    EXPECT_EQ(rowCount(), 2);
+    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000"), first);
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.messages()[0].prompt.contains("bereits am 2026-11-15 10:30:00 importiert"))
+        << messages.messages()[0].prompt.toStdString();
+}
+
 TEST_F(ImportFile, separator_defaults_to_comma_with_a_log_line) {
     setSeparator("");
     withoutOcrRules();

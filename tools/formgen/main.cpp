@@ -64,11 +64,15 @@ int main(int argc, char* argv[]) {
                                   QStringLiteral("zahl"), QStringLiteral("1"));
     QCommandLineOption dpiOption(QStringLiteral("dpi"), QStringLiteral("200, 300 oder 0 (gemischt)."),
                                  QStringLiteral("dpi"), QStringLiteral("200"));
+    // The paper of the scanning demo: SANE's pnm device "scans" PBM files.
+    QCommandLineOption pbmOption(QStringLiteral("pbm"),
+                                 QStringLiteral("Seiten als PBM statt TIFF (für das pnm-Gerät)."));
     parser.addOption(formsOption);
     parser.addOption(outOption);
     parser.addOption(corpusOption);
     parser.addOption(seedOption);
     parser.addOption(dpiOption);
+    parser.addOption(pbmOption);
     parser.process(app);
 
     if (parser.isSet(corpusOption))
@@ -88,8 +92,17 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     for (const DemoForm& form : forms) {
-        const QString path = out.filePath(form.bmpName);
         const QImage page = renderForm(formlayout::layoutFor(form.typ), form.values);
+        if (parser.isSet(pbmOption)) {
+            const QString path = out.filePath(QFileInfo(form.bmpName).completeBaseName() + QStringLiteral(".pbm"));
+            if (!page.save(path, "PBM")) {
+                std::fprintf(stderr, "formgen: %s kann nicht geschrieben werden\n", qUtf8Printable(path));
+                return 1;
+            }
+            std::printf("%s\n", qUtf8Printable(path));
+            continue;
+        }
+        const QString path = out.filePath(form.bmpName);
         if (!writeTiffPages(path, {page}, &error)) {
             std::fprintf(stderr, "formgen: %s\n", qUtf8Printable(error));
             return 1;
