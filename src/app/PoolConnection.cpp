@@ -1,0 +1,145 @@
+#include "PoolConnection.h"
+
+#include "Database.h"
+#include "Errors.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QThread>
+#include <QUrl>
+
+namespace {
+
+struct PoolThread {
+    QString name;
+    ~PoolThread() { close(); }
+    void close() {
+        if (name.isEmpty())
+            return;
+        {
+            QSqlDatabase db = QSqlDatabase::database(name, false);
+            if (db.isOpen())
+                db.close();
+        }
+        QSqlDatabase::removeDatabase(name);
+        name.clear();
+    }
+};
+
+thread_local PoolThread pool;
+thread_local bool uriKnown = false;
+thread_local QString uriOfHome;
+
+} // namespace
+
+bool isPoolUri(const QString& text) {
+    const QString t = text.trimmed();
+    return t.startsWith(QLatin1String("postgresql://"), Qt::CaseInsensitive) ||
+           t.startsWith(QLatin1String("postgres://"), Qt::CaseInsensitive);
+}
+
+QString homePoolUri() {
+    if (uriKnown)
+        return uriOfHome;
+    QString uri;
+    {
+        // Read straight from data.mdb: the statement layer asks this to route, so it cannot route.
+        QSqlQuery q(database());
+        if (q.exec(QStringLiteral("SELECT APP_ServerDB FROM zvbSys ORDER BY rowid LIMIT 1")) && q.next())
+            uri = q.value(0).toString().trimmed();
+    }
+    uriOfHome = isPoolUri(uri) ? uri : QString();
+    uriKnown = true;
+    return uriOfHome;
+}
+
+bool homeUsesPool() {
+    return !homePoolUri().isEmpty();
+}
+
+QString poolUnreachableText(const QString& uri, const QString& reason) {
+    QUrl url(uri);
+    url.setPassword(QString());
+    return QStringLiteral("Der Server des gemeinsamen Belegpools (%1) antwortet nicht. Ihre Eingaben bleiben "
+                          "erhalten; versuchen Sie es gleich noch einmal.\n%2")
+        .arg(url.toString(), reason.trimmed());
+}
+
+QSqlDatabase openPoolConnection(const QString& uri, const QString& name) {
+    const QUrl url(uri.trimmed());
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+    db.setHostName(url.host().isEmpty() ? QStringLiteral("localhost") : url.host());
+    db.setPort(url.port(5432));
+    db.setUserName(url.userName());
+    db.setPassword(url.password());
+    db.setDatabaseName(url.path().mid(1));
+    // A server that does not answer must not freeze the workstation for minutes.
+    db.setConnectOptions(QStringLiteral("connect_timeout=5"));
+    const auto fail = [&](const QString& reason) {
+        db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(name);
+        return VeridonError(PoolUnreachableError, poolUnreachableText(uri, reason));
+    };
+    if (!db.isValid())
+        throw fail(QStringLiteral("Der PostgreSQL-Treiber (QPSQL) ist nicht installiert."));
+    if (!db.open())
+        throw fail(db.lastError().text());
+    QSqlQuery session(db);
+    // The pool's own LIKE and functions live in the schema public and must be found before the
+    // built-in ones; notices would only clutter the log.
+    if (!session.exec(QStringLiteral("SET search_path TO public, pg_catalog")) ||
+        !session.exec(QStringLiteral("SET client_min_messages TO warning")))
+        throw fail(session.lastError().text());
+    return db;
+}
+
+QSqlDatabase poolDatabase() {
+    if (!pool.name.isEmpty()) {
+        QSqlDatabase db = QSqlDatabase::database(pool.name, false);
+        if (db.isOpen())
+            return db;
+        pool.close();
+    }
+    const QString uri = homePoolUri();
+    if (uri.isEmpty())
+        throw VeridonError(PoolUnreachableError, QStringLiteral("Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."));
+    const QString name = QStringLiteral("veridon-pool-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
+    QSqlDatabase db = openPoolConnection(uri, name);
+    pool.name = name;
+    notePoolConnectionOpened();
+    return db;
+}
+
+bool serverAnswers(const QString& uri, QString* error) {
+    const QString name = QStringLiteral("veridon-probe-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
+    try {
+        { openPoolConnection(uri, name).close(); }
+        QSqlDatabase::removeDatabase(name);
+        return true;
+    } catch (const VeridonError& e) {
+        if (error)
+            *error = e.description();
+        return false;
+    }
+}
+
+void dropPoolConnection() {
+    pool.close();
+}
+
+void closePool() {
+    pool.close();
+    uriKnown = false;
+    uriOfHome.clear();
+}
+
+bool isConnectionLoss(const QSqlError& error) {
+    // Class 08 is a connection failure, 57P an administrator's shutdown; libpq's own reports of a
+    // broken socket come without a state.
+    const QString state = error.nativeErrorCode();
+    if (state.startsWith(QLatin1String("08")) || state.startsWith(QLatin1String("57P")))
+        return true;
+    const QString text = error.text();
+    return state.isEmpty() && (text.contains(QLatin1String("connection"), Qt::CaseInsensitive) ||
+                               text.contains(QLatin1String("server closed"), Qt::CaseInsensitive));
+}

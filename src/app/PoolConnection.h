@@ -1,0 +1,50 @@
+// The connection to the shared pool on a PostgreSQL server. A workstation is joined to a pool when
+// APP_ServerDB in its data.mdb holds a URI "postgresql://user@host:port/dbname"; then the pool and
+// the master data are read and written on the server (see PoolRouting.h) and data.mdb keeps only
+// the workstation's own tables. One connection per thread is opened on first use and kept; when the
+// server goes away it is dropped and opened again by the next statement.
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QString>
+
+// Number of the error raised when the server of the pool cannot be reached.
+inline constexpr int PoolUnreachableError = 3151;
+
+// True when text names a pool server ("postgresql://" or "postgres://") rather than a file.
+bool isPoolUri(const QString& text);
+
+// The pool URI of the current home (APP_ServerDB when it is a URI), empty for a workstation that
+// keeps everything in data.mdb. Read once per connection of data.mdb.
+QString homePoolUri();
+
+// True when the current home is joined to a pool.
+bool homeUsesPool();
+
+// The calling thread's connection to the home's pool server, opened when needed. Throws
+// VeridonError (PoolUnreachableError, a German text naming the server) when it cannot be opened.
+QSqlDatabase poolDatabase();
+
+// Opens a connection to uri, runs nothing, and closes it again. True when the server answers;
+// otherwise false with the driver's reason in error.
+bool serverAnswers(const QString& uri, QString* error = nullptr);
+
+// Drops the calling thread's pool connection and forgets the home's pool URI (after APP_ServerDB
+// changed, the home changed, or the server went away).
+void closePool();
+
+// Drops the calling thread's pool connection but keeps the home's pool URI: the next statement
+// connects again (after the server went away).
+void dropPoolConnection();
+
+// True when a failed statement's error says the connection to the server is gone, so the next
+// statement should connect again.
+bool isConnectionLoss(const QSqlError& error);
+
+// The text shown when the server cannot be reached: what happened and that the work is kept.
+QString poolUnreachableText(const QString& uri, const QString& reason);
+
+// Opens a connection named name to uri with the session settings the dialect needs. Throws
+// VeridonError (PoolUnreachableError) when the server does not answer.
+QSqlDatabase openPoolConnection(const QString& uri, const QString& name);
