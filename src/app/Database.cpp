@@ -173,7 +173,14 @@ VeridonError failure(const QSqlQuery& query, const QString& statement) {
 // Runs run() on query; inside a pool transaction under a savepoint, so that a failed statement is
 // undone alone instead of spoiling the rest of the batch.
 template <class Run> bool guarded(QSqlQuery& query, Run run) {
-    if (!onPool(query) || !connection.poolTransaction)
+    if (!onPool(query))
+        return run();
+    // Yes/no columns hold 1 and 0 in the pool as in data.mdb; the driver would send a bool as TRUE.
+    const QVariantList bound = query.boundValues();
+    for (int i = 0; i < bound.size(); ++i)
+        if (bound[i].typeId() == QMetaType::Bool)
+            query.bindValue(i, bound[i].toBool() ? 1 : 0);
+    if (!connection.poolTransaction)
         return run();
     QSqlQuery mark(poolDatabase());
     mark.exec(QStringLiteral("SAVEPOINT veridon_statement"));

@@ -292,6 +292,13 @@ END $f$)SQL"),
         // The pool's sessions find public before pg_catalog, so LIKE and NOT LIKE of texts are Jet's.
         QStringLiteral("CREATE OPERATOR public.~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = jet_like)"),
         QStringLiteral("CREATE OPERATOR public.!~~ (LEFTARG = text, RIGHTARG = text, FUNCTION = jet_not_like)"),
+        // Jet compares a text column with a number as text ("State_XmlType=4").
+        QStringLiteral("CREATE FUNCTION jet_text_eq_int(a text, b integer) RETURNS boolean "
+                       "LANGUAGE sql IMMUTABLE STRICT AS $f$ SELECT a = b::text $f$"),
+        QStringLiteral("CREATE FUNCTION jet_text_ne_int(a text, b integer) RETURNS boolean "
+                       "LANGUAGE sql IMMUTABLE STRICT AS $f$ SELECT a <> b::text $f$"),
+        QStringLiteral("CREATE OPERATOR public.= (LEFTARG = text, RIGHTARG = integer, FUNCTION = jet_text_eq_int)"),
+        QStringLiteral("CREATE OPERATOR public.<> (LEFTARG = text, RIGHTARG = integer, FUNCTION = jet_text_ne_int)"),
         QStringLiteral(R"SQL(CREATE FUNCTION instr(start int, haystack text, needle text) RETURNS int
 LANGUAGE plpgsql IMMUTABLE STRICT AS $f$
 DECLARE

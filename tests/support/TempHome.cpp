@@ -2,15 +2,71 @@
 
 #include "app/Database.h"
 #include "app/Home.h"
+#include "app/PoolConnection.h"
 #include "app/Workspace.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <gtest/gtest.h>
+
+namespace {
+
+// The throwaway server's folder when this program runs as a pool variant.
+QString poolServerDir() {
+    return qEnvironmentVariable("VERIDON_TEST_POOL");
+}
+
+QString readServerFile(const QString& name) {
+    QFile file(poolServerDir() + QLatin1Char('/') + name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed() : QString();
+}
+
+// A pool variant without a server skips every test and says why, rather than passing on data.mdb.
+class PoolServerEnvironment : public ::testing::Environment {
+public:
+    void SetUp() override {
+        if (!poolServerDir().isEmpty() && testPoolServer().isEmpty()) {
+            const QString reason = readServerFile(QStringLiteral("skipped"));
+            GTEST_SKIP() << "Kein PostgreSQL-Server für die Pool-Tests: "
+                         << (reason.isEmpty() ? std::string("nicht gestartet") : reason.toStdString());
+        }
+    }
+};
+
+[[maybe_unused]] ::testing::Environment* const poolEnvironment =
+    ::testing::AddGlobalTestEnvironment(new PoolServerEnvironment);
+
+// A new, empty database on the test server for one home.
+QString freshPoolDatabase() {
+    static int made = 0;
+    const QString name = QStringLiteral("t%1_%2").arg(QCoreApplication::applicationPid()).arg(++made);
+    const QString server = testPoolServer();
+    {
+        QSqlDatabase admin = openPoolConnection(server + QStringLiteral("postgres"), QStringLiteral("test-admin"));
+        QSqlQuery q(admin);
+        if (!q.exec(QStringLiteral("DROP DATABASE IF EXISTS ") + name) ||
+            !q.exec(QStringLiteral("CREATE DATABASE ") + name))
+            throw VeridonError(ErrorNumber::SqlError, q.lastError().text());
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("test-admin"));
+    return server + name;
+}
+
+} // namespace
+
+QString testPoolServer() {
+    return poolServerDir().isEmpty() ? QString() : readServerFile(QStringLiteral("uri"));
+}
 
 TempHome::TempHome(Content content) {
     if (content == Content::Empty)
         setHome(dir_.path());
+    else if (!testPoolServer().isEmpty())
+        initPoolHome(dir_.path(), freshPoolDatabase(), 1, content == Content::Demo, false);
     else
         initHome(dir_.path(), content == Content::Demo, false);
 }
