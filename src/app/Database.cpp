@@ -148,7 +148,10 @@ QSqlDatabase poolForStatement() {
 
 RoutedStatement route(const QString& jetSql) {
     QSqlDatabase local = database();
-    if (!homeUsesPool() || storeOfStatement(jetSql) == TableStore::Local)
+    // Checked on every workstation, so a statement that could not run on a pool workstation fails
+    // wherever it is tried first.
+    const TableStore store = storeOfStatement(jetSql);
+    if (store == TableStore::Local || !homeUsesPool())
         return {local, translateJet(jetSql), false};
     QSqlDatabase db = poolForStatement();
     return {db, translateJetPg(jetSql, db), true};

@@ -1,0 +1,122 @@
+// Several workstations on one shared pool: joining it, where each table lives, taking records at
+// the same moment from separate processes, and the server dropping a workstation's connection.
+// Runs in the pool variant of this program (on the throwaway server); elsewhere it says so and skips.
+
+#include "CliRun.h"
+#include "DemoRecords.h"
+#include "HomeTest.h"
+#include "app/Database.h"
+#include "app/PoolConnection.h"
+#include "app/PoolRouting.h"
+#include "app/mdlDB.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace {
+
+class SharedPool : public HomeTest {
+protected:
+    void SetUp() override {
+        if (testPoolServer().isEmpty())
+            GTEST_SKIP() << "läuft in der Pool-Variante dieses Testprogramms (pool:...)";
+        uri = homePoolUri();
+    }
+
+    // A further workstation joined to this pool with number n, made by the command line.
+    QString joinWorkstation(int n) {
+        folders.push_back(std::make_unique<QTemporaryDir>());
+        const QString folder = folders.back()->path();
+        const CliRun run = runCli({"--home", folder, "init", "--server", uri, "--workstation", QString::number(n)});
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        EXPECT_TRUE(run.out.contains("Mit dem Belegpool verbunden")) << run.out.toStdString();
+        return folder;
+    }
+
+    QString uri;
+    std::vector<std::unique_ptr<QTemporaryDir>> folders;
+};
+
+TEST_F(SharedPool, a_joined_workstation_keeps_its_own_settings_and_shares_records_and_master_data) {
+    const QString second = joinWorkstation(2);
+    const CliRun info = runCli({"--home", second, "info"});
+    EXPECT_TRUE(info.out.contains("Arbeitsplatz: 2"));
+    EXPECT_TRUE(info.out.contains(QRegularExpression("zvbWerte +0 +Server")));
+    EXPECT_TRUE(info.out.contains(QRegularExpression("sysStates +32 +Server")));
+    EXPECT_TRUE(info.out.contains(QRegularExpression("zvbSys +1 +data.mdb")));
+    {
+        // The second workstation's data.mdb holds its own tables only.
+        QSqlDatabase file = QSqlDatabase::addDatabase("QSQLITE", "second-home");
+        file.setDatabaseName(second + "/data.mdb");
+        ASSERT_TRUE(file.open());
+        QStringList tables = file.tables();
+        tables.sort(Qt::CaseInsensitive);
+        EXPECT_EQ(tables, (QStringList{"zvbSys", "zvbSysKeys", "zvbSysWindowPositions"}));
+        file.close();
+    }
+    QSqlDatabase::removeDatabase("second-home");
+
+    const QVector<qint32> records = insertDemoRecords(2);
+    const CliRun next = runCli({"--home", second, "next"});
+    EXPECT_EQ(next.out.trimmed(), QString::number(records[0]));
+    EXPECT_EQ(workflowOf(records[0]), "30/2") << "taken by workstation 2, seen from workstation 1";
+    EXPECT_THROW(execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte"), VeridonError)
+        << "no database holds both";
+}
+
+TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_twice) {
+    const QVector<qint32> records = insertDemoRecords(3);
+    QStringList homes;
+    for (int n = 2; n <= 7; ++n)
+        homes << joinWorkstation(n);
+    std::vector<std::unique_ptr<QProcess>> takers;
+    for (const QString& folder : homes) {
+        takers.push_back(std::make_unique<QProcess>());
+        takers.back()->start(VERIDON_CLI, {"--home", folder, "next"});
+    }
+    QSet<QString> taken;
+    int empty = 0;
+    for (auto& p : takers) {
+        ASSERT_TRUE(p->waitForFinished(60000));
+        const QString out = QString::fromLocal8Bit(p->readAllStandardOutput()).trimmed();
+        if (p->exitCode() == 0)
+            taken.insert(out);
+        else
+            ++empty;
+    }
+    EXPECT_EQ(taken, (QSet<QString>{QString::number(records[0]), QString::number(records[1]),
+                                    QString::number(records[2])}));
+    EXPECT_EQ(empty, 3);
+    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=30"), 3);
+}
+
+TEST_F(SharedPool, a_dropped_connection_is_reported_and_the_next_statement_connects_again) {
+    const QVector<qint32> records = insertDemoRecords(1);
+    int backend = 0;
+    {
+        QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()");
+        ASSERT_TRUE(pid.next());
+        backend = pid.value(0).toInt();
+    }
+    {
+        QSqlDatabase admin = openPoolConnection(uri, "pool-admin");
+        QSqlQuery kill(admin);
+        ASSERT_TRUE(kill.exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
+    }
+    QSqlDatabase::removeDatabase("pool-admin");
+    try {
+        execSql("UPDATE zvbWerte SET NACHNAME='Nowak' WHERE LfdNr=?", {records[0]});
+        FAIL() << "the lost connection went unnoticed";
+    } catch (const VeridonError& e) {
+        EXPECT_EQ(e.number(), PoolUnreachableError);
+        EXPECT_TRUE(e.description().contains("antwortet nicht")) << e.description().toStdString();
+    }
+    execSql("UPDATE zvbWerte SET NACHNAME='Nowak' WHERE LfdNr=?", {records[0]});
+    EXPECT_EQ(columnOf(records[0], "NACHNAME"), "Nowak");
+}
+
+} // namespace
