@@ -183,6 +183,7 @@ template <class Run> bool guarded(QSqlQuery& query, Run run) {
     for (int i = 0; i < bound.size(); ++i)
         if (bound[i].typeId() == QMetaType::Bool)
             query.bindValue(i, bound[i].toBool() ? 1 : 0);
+    poolForStatement(); // a statement prepared before the transaction began runs inside it
     if (!connection.poolTransaction)
         return run();
     QSqlQuery mark(poolDatabase());
@@ -240,6 +241,11 @@ QSqlQuery execPoolSql(const QString& sql) {
     if (!guarded(q, [&] { return q.exec(sql); }))
         throw failure(q, sql);
     return q;
+}
+
+QString skipLockedClause(const QString& jetSql) {
+    return storeOfStatement(jetSql) == TableStore::Pool && homeUsesPool() ? QStringLiteral(" FOR UPDATE SKIP LOCKED")
+                                                                          : QString();
 }
 
 QString sqlQuote(const QString& text) {

@@ -49,6 +49,11 @@ void execPrepared(QSqlQuery& query);
 // execSql; PoolUnreachableError also when the home is not joined to a pool.
 QSqlQuery execPoolSql(const QString& sql);
 
+// " FOR UPDATE SKIP LOCKED" when jetSql runs on the pool server, else "". Appended to a SELECT that
+// picks rows to work on inside a transaction, it makes every other workstation pass over the rows
+// this one holds until its transaction ends. data.mdb has one writer at a time and needs none.
+QString skipLockedClause(const QString& jetSql);
+
 // A text as an SQL string literal: in apostrophes, embedded apostrophes doubled. Every text that
 // comes from data, a file or the operator goes into SQL through this or a bound value.
 QString sqlQuote(const QString& text);

@@ -143,3 +143,20 @@ bool isConnectionLoss(const QSqlError& error) {
     return state.isEmpty() && (text.contains(QLatin1String("connection"), Qt::CaseInsensitive) ||
                                text.contains(QLatin1String("server closed"), Qt::CaseInsensitive));
 }
+
+PoolLock::PoolLock(qint64 key) : key_(key) {
+    if (!homeUsesPool())
+        return;
+    execPoolSql(QStringLiteral("SELECT pg_advisory_lock(%1)").arg(key_));
+    held_ = true;
+}
+
+PoolLock::~PoolLock() {
+    if (!held_)
+        return;
+    try {
+        execPoolSql(QStringLiteral("SELECT pg_advisory_unlock(%1)").arg(key_));
+    } catch (const std::exception&) {
+        // A connection that is gone has released its locks with it.
+    }
+}

@@ -48,3 +48,23 @@ QString poolUnreachableText(const QString& uri, const QString& reason);
 // Opens a connection named name to uri with the session settings the dialect needs. Throws
 // VeridonError (PoolUnreachableError) when the server does not answer.
 QSqlDatabase openPoolConnection(const QString& uri, const QString& name);
+
+// Work that only one workstation of a pool may do at a time, as keys of the server's advisory locks.
+namespace PoolLockKey {
+inline constexpr qint64 AutoImport = 7411502;
+} // namespace PoolLockKey
+
+// Holds the pool server's advisory lock key while it lives: a second workstation asking for the
+// same key waits until the first lets go (or its connection ends). Does nothing on a workstation
+// that is not joined to a pool. Throws like execPoolSql when the lock cannot be asked for.
+class PoolLock {
+public:
+    explicit PoolLock(qint64 key);
+    ~PoolLock();
+    PoolLock(const PoolLock&) = delete;
+    PoolLock& operator=(const PoolLock&) = delete;
+
+private:
+    qint64 key_;
+    bool held_ = false;
+};
