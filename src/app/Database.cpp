@@ -107,7 +107,7 @@ void closeDatabase() {
     closePool();
 }
 
-void notePoolConnectionOpened() {
+void notePoolConnectionChanged() {
     ++generation;
     forgetTableColumns();
 }

@@ -23,9 +23,9 @@ void closeDatabase();
 // to know that their connection is gone.
 quint64 connectionGeneration();
 
-// Called when this thread opens a connection to the pool server: prepared statements of the
-// old connection are then stale as well.
-void notePoolConnectionOpened();
+// Called when this thread's connection to the pool server is opened or dropped: prepared
+// statements of the old connection are then stale as well.
+void notePoolConnectionChanged();
 
 // Creates a new, empty data.mdb at path (WAL journal) and opens it as this thread's connection.
 // An existing file is left alone and opened.

@@ -2,6 +2,7 @@
 
 #include "Clock.h"
 #include "Database.h"
+#include "PoolConnection.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -24,14 +25,14 @@ const Catalog& catalogOf(const QSqlDatabase& db) {
         return catalog;
     catalog = Catalog();
     QSqlQuery q(db);
-    if (q.exec(QStringLiteral("SELECT table_name, column_name FROM information_schema.columns "
-                              "WHERE table_schema = 'public' ORDER BY table_name, ordinal_position"))) {
-        while (q.next()) {
-            const QString table = q.value(0).toString();
-            const QString column = q.value(1).toString();
-            catalog.tables.insert(table.toLower(), table);
-            catalog.columns[column.toLower()].append({table, column});
-        }
+    if (!q.exec(QStringLiteral("SELECT table_name, column_name FROM information_schema.columns "
+                               "WHERE table_schema = 'public' ORDER BY table_name, ordinal_position")))
+        throwPoolError(q.lastError());
+    while (q.next()) {
+        const QString table = q.value(0).toString();
+        const QString column = q.value(1).toString();
+        catalog.tables.insert(table.toLower(), table);
+        catalog.columns[column.toLower()].append({table, column});
     }
     catalog.generation = connectionGeneration();
     catalog.loaded = true;
@@ -356,7 +357,7 @@ QVector<ColumnInfo> poolTableColumns(const QSqlDatabase& db, const QString& tabl
                              " ORDER BY ordinal_position"));
     q.addBindValue(table);
     if (!q.exec())
-        return columns;
+        throwPoolError(q.lastError());
     while (q.next()) {
         ColumnInfo c;
         c.name = q.value(0).toString();
@@ -384,7 +385,9 @@ bool poolTableExists(const QSqlDatabase& db, const QString& table) {
     q.prepare(QStringLiteral("SELECT 1 FROM information_schema.tables WHERE table_schema = 'public'"
                              " AND lower(table_name) = lower(?)"));
     q.addBindValue(table);
-    return q.exec() && q.next();
+    if (!q.exec())
+        throwPoolError(q.lastError());
+    return q.next();
 }
 
 void forgetPoolCatalog() {

@@ -106,7 +106,7 @@ QSqlDatabase poolDatabase() {
     const QString name = QStringLiteral("veridon-pool-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
     QSqlDatabase db = openPoolConnection(uri, name);
     pool.name = name;
-    notePoolConnectionOpened();
+    notePoolConnectionChanged();
     return db;
 }
 
@@ -125,12 +125,21 @@ bool serverAnswers(const QString& uri, QString* error) {
 
 void dropPoolConnection() {
     pool.close();
+    notePoolConnectionChanged();
 }
 
 void closePool() {
     pool.close();
     uriKnown = false;
     uriOfHome.clear();
+}
+
+void throwPoolError(const QSqlError& error) {
+    if (isConnectionLoss(error)) {
+        dropPoolConnection();
+        throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+    }
+    throw VeridonError(ErrorNumber::SqlError, error.text());
 }
 
 bool isConnectionLoss(const QSqlError& error) {

@@ -42,6 +42,10 @@ void dropPoolConnection();
 // statement should connect again.
 bool isConnectionLoss(const QSqlError& error);
 
+// Throws the VeridonError for a failed statement on the pool: PoolUnreachableError (and the
+// connection dropped) when the connection is gone, the server's error otherwise.
+[[noreturn]] void throwPoolError(const QSqlError& error);
+
 // The text shown when the server cannot be reached: what happened and that the work is kept.
 QString poolUnreachableText(const QString& uri, const QString& reason);
 

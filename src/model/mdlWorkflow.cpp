@@ -152,7 +152,8 @@ bool SaveWithStatus(qint32 n, qint16 status) {
     if (n < 0)
         return false;
     return RunReported(QStringLiteral("SaveWithStatus"), [&] {
-        WerteArray().EmptyArray(n);
+        // A write-back that fails (the pool's server gone) stops here with the values still in hand.
+        WerteArray().WriteBackOrThrow(n);
         WerteArray().Clear();
         execSql(QStringLiteral("UPDATE ") + GetValuesTable() + QStringLiteral(" SET Workflow_Status=") +
                 QString::number(status) + QStringLiteral(", Workflow_KorrID=0 WHERE lfdnr=") + number(n));

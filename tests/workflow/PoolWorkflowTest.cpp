@@ -9,6 +9,8 @@
 #include "app/PoolConnection.h"
 #include "app/PoolRouting.h"
 #include "app/mdlDB.h"
+#include "model/FormModel.h"
+#include "model/mdlWorkflow.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -94,8 +96,10 @@ TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_
     EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=30"), 3);
 }
 
-TEST_F(SharedPool, a_dropped_connection_is_reported_and_the_next_statement_connects_again) {
+TEST_F(SharedPool, a_record_whose_save_the_server_dropped_is_kept_and_saved_once_it_answers) {
     const QVector<qint32> records = insertDemoRecords(1);
+    ASSERT_EQ(TakeNextRecord(), records[0]);
+    WerteArray().SetValue("NACHNAME", "Nowak");
     int backend = 0;
     {
         QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()");
@@ -108,15 +112,13 @@ TEST_F(SharedPool, a_dropped_connection_is_reported_and_the_next_statement_conne
         ASSERT_TRUE(kill.exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
     }
     QSqlDatabase::removeDatabase("pool-admin");
-    try {
-        execSql("UPDATE zvbWerte SET NACHNAME='Nowak' WHERE LfdNr=?", {records[0]});
-        FAIL() << "the lost connection went unnoticed";
-    } catch (const VeridonError& e) {
-        EXPECT_EQ(e.number(), PoolUnreachableError);
-        EXPECT_TRUE(e.description().contains("antwortet nicht")) << e.description().toStdString();
-    }
-    execSql("UPDATE zvbWerte SET NACHNAME='Nowak' WHERE LfdNr=?", {records[0]});
+
+    EXPECT_FALSE(SaveWithStatus(records[0], 40));
+    EXPECT_TRUE(messages.saw("antwortet nicht. Ihre Eingaben bleiben erhalten"));
+    EXPECT_EQ(WerteArray().GetValue("NACHNAME"), "Nowak") << "the operator's correction is still in hand";
+    EXPECT_TRUE(SaveWithStatus(records[0], 40)) << "the next statement connects again";
     EXPECT_EQ(columnOf(records[0], "NACHNAME"), "Nowak");
+    EXPECT_EQ(workflowOf(records[0]), "40/0");
 }
 
 } // namespace
