@@ -12,6 +12,8 @@
 #include "model/FormModel.h"
 #include "model/mdlWorkflow.h"
 
+#include <QDirIterator>
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
@@ -94,6 +96,40 @@ TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_
                                     QString::number(records[2])}));
     EXPECT_EQ(empty, 3);
     EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=30"), 3);
+}
+
+TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
+    const QVector<FormValues> forms = demoForms();
+    for (int i = 0; i < 40; ++i) {
+        FormValues form = forms[i % forms.size()];
+        form["BMPName"] = QString("p%1.tif").arg(i, 4, 10, QChar('0'));
+        insertRecord(form, 40);
+    }
+    const QStringList homes{joinWorkstation(2), joinWorkstation(3)};
+    std::vector<std::unique_ptr<QProcess>> exporters;
+    for (const QString& folder : homes) {
+        runCli({"--home", folder, "sql", "UPDATE zvbSys SET Backup_Bilder=0"});
+        exporters.push_back(std::make_unique<QProcess>());
+        exporters.back()->start(VERIDON_CLI, {"--home", folder, "export"});
+    }
+    for (auto& p : exporters)
+        ASSERT_TRUE(p->waitForFinished(60000));
+    // Each export writes one line per record into its workstation's exp.txt.
+    QStringList exported;
+    for (const QString& folder : homes) {
+        QDirIterator it(folder + "/backup", {"exp.txt"}, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile file(it.next());
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            for (const QByteArray& line : file.readAll().split('\n'))
+                if (!line.trimmed().isEmpty())
+                    exported << QString::fromLatin1(line.split(',').first());
+        }
+    }
+    exported.sort();
+    EXPECT_EQ(exported.size(), 40);
+    EXPECT_EQ(exported.removeDuplicates(), 0);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 0);
 }
 
 TEST_F(SharedPool, a_record_whose_save_the_server_dropped_is_kept_and_saved_once_it_answers) {
