@@ -5,8 +5,8 @@
 
 #include "CommittedBatch.h"
 #include "app/Database.h"
-#include "app/PoolConnection.h"
 #include "app/Home.h"
+#include "app/PoolConnection.h"
 #include "app/Progress.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"

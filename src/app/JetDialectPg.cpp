@@ -15,7 +15,7 @@ namespace {
 struct Catalog {
     quint64 generation = 0;
     bool loaded = false;
-    QHash<QString, QString> tables;                      // lower -> spelling
+    QHash<QString, QString> tables;                           // lower -> spelling
     QHash<QString, QVector<QPair<QString, QString>>> columns; // lower -> (table, spelling)
 };
 thread_local Catalog catalog;

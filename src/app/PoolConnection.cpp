@@ -102,7 +102,8 @@ QSqlDatabase poolDatabase() {
     }
     const QString uri = homePoolUri();
     if (uri.isEmpty())
-        throw VeridonError(PoolUnreachableError, QStringLiteral("Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."));
+        throw VeridonError(PoolUnreachableError,
+                           QStringLiteral("Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."));
     const QString name = QStringLiteral("veridon-pool-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
     QSqlDatabase db = openPoolConnection(uri, name);
     pool.name = name;

@@ -31,12 +31,12 @@ QStringList localTables() {
 }
 
 QStringList poolTables() {
-    return {QStringLiteral("ZVBFelder"),        QStringLiteral("zvbWerte"),
-            QStringLiteral("ZVBForm_Felder"),   QStringLiteral("sysTexts"),
-            QStringLiteral("sysLanguages"),     QStringLiteral("sysStates"),
-            QStringLiteral("ocrErsetzungen"),   QStringLiteral("sysReports"),
+    return {QStringLiteral("ZVBFelder"),           QStringLiteral("zvbWerte"),
+            QStringLiteral("ZVBForm_Felder"),      QStringLiteral("sysTexts"),
+            QStringLiteral("sysLanguages"),        QStringLiteral("sysStates"),
+            QStringLiteral("ocrErsetzungen"),      QStringLiteral("sysReports"),
             QStringLiteral("sysReportsForStates"), QStringLiteral("sysReportFields"),
-            QStringLiteral("zvbAutoImport"),    QStringLiteral("zvbAutoImport_Spezifikation")};
+            QStringLiteral("zvbAutoImport"),       QStringLiteral("zvbAutoImport_Spezifikation")};
 }
 
 TableStore storeOfTable(const QString& table) {

@@ -6,8 +6,8 @@
 #include "MasterData.h"
 #include "PoolConnection.h"
 #include "PoolRouting.h"
-#include "mdlDB.h"
 #include "TextFile.h"
+#include "mdlDB.h"
 #include "model/Schema.h"
 
 #include <QDir>

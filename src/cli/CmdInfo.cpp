@@ -23,7 +23,8 @@ int runInfo(CliContext& c) {
     // Where each table lives: on a pool workstation the pool and the master data are on the server.
     for (const QString& table : schemaTables()) {
         const bool onServer = !pool.isEmpty() && storeOfTable(table) == TableStore::Pool;
-        c.out << table.leftJustified(28) << QString::number(CountRows(QStringLiteral("*"), table, QString())).leftJustified(8)
+        c.out << table.leftJustified(28)
+              << QString::number(CountRows(QStringLiteral("*"), table, QString())).leftJustified(8)
               << (onServer ? "Server" : "data.mdb") << '\n';
     }
     return Exit::Ok;

@@ -68,8 +68,7 @@ TEST_F(SharedPool, a_joined_workstation_keeps_its_own_settings_and_shares_record
     const CliRun next = runCli({"--home", second, "next"});
     EXPECT_EQ(next.out.trimmed(), QString::number(records[0]));
     EXPECT_EQ(workflowOf(records[0]), "30/2") << "taken by workstation 2, seen from workstation 1";
-    EXPECT_THROW(execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte"), VeridonError)
-        << "no database holds both";
+    EXPECT_THROW(execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte"), VeridonError) << "no database holds both";
 }
 
 TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_twice) {
@@ -92,8 +91,8 @@ TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_
         else
             ++empty;
     }
-    EXPECT_EQ(taken, (QSet<QString>{QString::number(records[0]), QString::number(records[1]),
-                                    QString::number(records[2])}));
+    EXPECT_EQ(taken,
+              (QSet<QString>{QString::number(records[0]), QString::number(records[1]), QString::number(records[2])}));
     EXPECT_EQ(empty, 3);
     EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=30"), 3);
 }
