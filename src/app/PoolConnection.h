@@ -56,6 +56,7 @@ QSqlDatabase openPoolConnection(const QString& uri, const QString& name);
 // Work that only one workstation of a pool may do at a time, as keys of the server's advisory locks.
 namespace PoolLockKey {
 inline constexpr qint64 AutoImport = 7411502;
+inline constexpr qint64 FormFields = 7411503;
 } // namespace PoolLockKey
 
 // Holds the pool server's advisory lock key while it lives: a second workstation asking for the
