@@ -3,6 +3,7 @@
 #include "CheckCommands.h"
 #include "CheckLookup.h"
 #include "CheckMessages.h"
+#include "EhicCardChecks.h"
 #include "mdlCheckHelper.h"
 
 #include "app/mdlMessages.h"
@@ -132,6 +133,13 @@ Outcome runCommand(const CheckCommand& command, const QString& value) {
     case CheckKeyword::DatumBereich:
         o.result = Datum(value, DatumMode::Range, command.text1, command.text2);
         o.message = &CheckMsg::DateBereich;
+        break;
+    case CheckKeyword::EhicKarte:
+    case CheckKeyword::PersonenNr:
+        o.result = ehicCardCheck(command, value, o.problem);
+        o.message = command.keyword == CheckKeyword::EhicKarte ? &CheckMsg::EhicKarte : &CheckMsg::PersonenNr;
+        if (o.problem.isEmpty()) // the field exists: its state follows the message
+            o.suffix = WerteArray().GetValue(command.text1).trimmed().toUpper();
         break;
     case CheckKeyword::NoParenthesis:
     case CheckKeyword::Unknown:

@@ -46,7 +46,7 @@ const TableDefinition tables[] = {
     {"ZVBForm_Felder", "FeldNr " TXT(50) ", ReihenfolgeNr SMALLINT"},
     {"sysTexts", "Language_ID " TXT(5) ", Name " TXT(100) ", Text LONGTEXT"},
     {"sysLanguages", "Language_ID " TXT(5) ", Bezeichnung " TXT(50)},
-    {"sysStates", "State_ID " TXT(2) ", State_Name " TXT(60) ", State_XmlType " TXT(5)},
+    {"sysStates", "State_ID " TXT(2) ", State_Name " TXT(60) ", State_XmlType " TXT(5) ", State_IsoNumeric " TXT(3)},
     {"ocrErsetzungen", "Feld " TXT(50) ", Suchstring " TXT(50) ", Ersatzstring " TXT(50)},
     {"zvbSysKeys", "KeyID INTEGER, Bezeichnung " TXT(50) ", KeyAscii SMALLINT, KeyCode SMALLINT"},
     {"zvbSysWindowPositions", "formName " TXT(50) ", x INTEGER, y INTEGER, dx INTEGER, dy INTEGER"},

@@ -16,7 +16,7 @@ namespace {
 const QString layout5Line = "31901003.tif;15.11.2026;5;0;0;;;;;;;EHIC  FR;FR;Dupont;Marie;14/09/1990     290097512;"
                             "75 - CPAM Paris;80250000001234567890     30/09/2027";
 const QString layout4Line = "31901001.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;AT;Huber;"
-                            "Maria      03/07/1961;1234030761      1100 - OEGK;80040001234567890123     31/12/2029";
+                            "Maria      03/07/1961;1236030761      1100 - OEGK;80040001234567890123     31/12/2029";
 
 class ImportFile : public ImportTest {};
 
