@@ -65,6 +65,26 @@ QString poolUnreachableText(const QString& uri, const QString& reason) {
         .arg(url.toString(), reason.trimmed());
 }
 
+namespace {
+
+// Opens db (already set up for uri) and sets the session up. Returns the reason when it fails.
+QString openSession(QSqlDatabase& db) {
+    if (!db.open())
+        return db.lastError().text();
+    QSqlQuery session(db);
+    // The pool's own LIKE and functions live in the schema public and must be found before the
+    // built-in ones; notices would only clutter the log.
+    if (!session.exec(QStringLiteral("SET search_path TO public, pg_catalog")) ||
+        !session.exec(QStringLiteral("SET client_min_messages TO warning"))) {
+        const QString reason = session.lastError().text();
+        db.close();
+        return reason;
+    }
+    return QString();
+}
+
+} // namespace
+
 QSqlDatabase openPoolConnection(const QString& uri, const QString& name) {
     const QUrl url(uri.trimmed());
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
@@ -75,21 +95,13 @@ QSqlDatabase openPoolConnection(const QString& uri, const QString& name) {
     db.setDatabaseName(url.path().mid(1));
     // A server that does not answer must not freeze the workstation for minutes.
     db.setConnectOptions(QStringLiteral("connect_timeout=5"));
-    const auto fail = [&](const QString& reason) {
+    const QString reason =
+        db.isValid() ? openSession(db) : QStringLiteral("Der PostgreSQL-Treiber (QPSQL) ist nicht installiert.");
+    if (!reason.isEmpty()) {
         db = QSqlDatabase();
         QSqlDatabase::removeDatabase(name);
-        return VeridonError(PoolUnreachableError, poolUnreachableText(uri, reason));
-    };
-    if (!db.isValid())
-        throw fail(QStringLiteral("Der PostgreSQL-Treiber (QPSQL) ist nicht installiert."));
-    if (!db.open())
-        throw fail(db.lastError().text());
-    QSqlQuery session(db);
-    // The pool's own LIKE and functions live in the schema public and must be found before the
-    // built-in ones; notices would only clutter the log.
-    if (!session.exec(QStringLiteral("SET search_path TO public, pg_catalog")) ||
-        !session.exec(QStringLiteral("SET client_min_messages TO warning")))
-        throw fail(session.lastError().text());
+        throw VeridonError(PoolUnreachableError, poolUnreachableText(uri, reason));
+    }
     return db;
 }
 
@@ -98,7 +110,13 @@ QSqlDatabase poolDatabase() {
         QSqlDatabase db = QSqlDatabase::database(pool.name, false);
         if (db.isOpen())
             return db;
-        pool.close();
+        // Dropped after the server went away: the same connection opens again, so statements the
+        // program keeps prepared fail cleanly until they are prepared anew.
+        const QString reason = openSession(db);
+        if (!reason.isEmpty())
+            throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), reason));
+        notePoolConnectionChanged();
+        return db;
     }
     const QString uri = homePoolUri();
     if (uri.isEmpty())
@@ -125,7 +143,8 @@ bool serverAnswers(const QString& uri, QString* error) {
 }
 
 void dropPoolConnection() {
-    pool.close();
+    if (!pool.name.isEmpty())
+        QSqlDatabase::database(pool.name, false).close();
     notePoolConnectionChanged();
 }
 
