@@ -40,20 +40,25 @@ public:
 [[maybe_unused]] ::testing::Environment* const poolEnvironment =
     ::testing::AddGlobalTestEnvironment(new PoolServerEnvironment);
 
+// Runs statements on the test server's maintenance database.
+void onServer(const QStringList& statements) {
+    {
+        QSqlDatabase admin =
+            openPoolConnection(testPoolServer() + QStringLiteral("postgres"), QStringLiteral("test-admin"));
+        QSqlQuery q(admin);
+        for (const QString& sql : statements)
+            if (!q.exec(sql))
+                throw VeridonError(ErrorNumber::SqlError, q.lastError().text());
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("test-admin"));
+}
+
 // A new, empty database on the test server for one home.
 QString freshPoolDatabase() {
     static int made = 0;
     const QString name = QStringLiteral("t%1_%2").arg(QCoreApplication::applicationPid()).arg(++made);
-    const QString server = testPoolServer();
-    {
-        QSqlDatabase admin = openPoolConnection(server + QStringLiteral("postgres"), QStringLiteral("test-admin"));
-        QSqlQuery q(admin);
-        if (!q.exec(QStringLiteral("DROP DATABASE IF EXISTS ") + name) ||
-            !q.exec(QStringLiteral("CREATE DATABASE ") + name))
-            throw VeridonError(ErrorNumber::SqlError, q.lastError().text());
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("test-admin"));
-    return server + name;
+    onServer({QStringLiteral("DROP DATABASE IF EXISTS ") + name, QStringLiteral("CREATE DATABASE ") + name});
+    return name;
 }
 
 } // namespace
@@ -66,13 +71,21 @@ TempHome::TempHome(Content content) {
     if (content == Content::Empty)
         setHome(dir_.path());
     else if (!testPoolServer().isEmpty())
-        initPoolHome(dir_.path(), freshPoolDatabase(), 1, content == Content::Demo, false);
+        initPoolHome(dir_.path(), testPoolServer() + (poolDatabase_ = freshPoolDatabase()), 1, content == Content::Demo,
+                     false);
     else
         initHome(dir_.path(), content == Content::Demo, false);
 }
 
 TempHome::~TempHome() {
     closeDatabase();
+    // A database per home would fill the server's disk over a whole test run.
+    try {
+        if (!poolDatabase_.isEmpty())
+            onServer({QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(poolDatabase_)});
+    } catch (const VeridonError& e) {
+        ADD_FAILURE() << "Die Pool-Datenbank bleibt liegen: " << e.description().toStdString();
+    }
 }
 
 QString TempHome::dir() const {

@@ -29,6 +29,7 @@ public:
 
 private:
     QTemporaryDir dir_;
+    QString poolDatabase_; // the server database of a pool home, dropped at the end
 };
 
 // The pool URI the homes of this test program are joined to; empty when the tests run on data.mdb
