@@ -12,6 +12,7 @@
 #include "model/FormModel.h"
 #include "model/mdlWorkflow.h"
 
+#include <QDateTime>
 #include <QDirIterator>
 #include <QFile>
 #include <QProcess>
@@ -130,6 +131,25 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
     EXPECT_EQ(exported.size(), 40);
     EXPECT_EQ(exported.removeDuplicates(), 0);
     EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 0);
+}
+
+TEST_F(SharedPool, a_newer_master_file_is_imported_once_when_workstations_start_together) {
+    const QStringList homes{joinWorkstation(2), joinWorkstation(3), joinWorkstation(4)};
+    std::vector<std::unique_ptr<QProcess>> starts;
+    for (const QString& folder : homes) {
+        QFile file(folder + "/stammdaten/staaten.txt");
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
+    }
+    for (const QString& folder : homes) {
+        starts.push_back(std::make_unique<QProcess>());
+        starts.back()->start(VERIDON_CLI, {"--home", folder, "autoimport"});
+    }
+    for (auto& p : starts)
+        ASSERT_TRUE(p->waitForFinished(60000));
+    // The file's 34 states (a heading line above them), once; not one batch per workstation.
+    EXPECT_EQ(CountRows("*", "sysStates", QString()), 34);
+    EXPECT_EQ(CountRows("*", "sysStates", "State_ID='AT'"), 1);
 }
 
 TEST_F(SharedPool, a_record_whose_save_the_server_dropped_is_kept_and_saved_once_it_answers) {
