@@ -5,6 +5,7 @@
 #include "admin/OperatorStats.h"
 #include "admin/mdlBackup.h"
 #include "app/Database.h"
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
@@ -222,6 +223,12 @@ bool ConfirmLeave(qint32 n) {
     if (n < 0)
         return true;
     return ShowMessage(Msg::AskAppExit, MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2) == MsgBox::Yes;
+}
+
+int EmptyPoolForScan() {
+    if (homeUsesPool())
+        return 0;
+    return execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
 }
 
 int DeleteFolderImages() {
