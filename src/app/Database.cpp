@@ -310,8 +310,13 @@ void Transaction::commit() {
     done_ = true;
     --connection.transactionDepth;
     if (owner_) {
-        endPoolTransaction(true);
         QSqlDatabase db = QSqlDatabase::database(connection.name, false);
+        try {
+            endPoolTransaction(true);
+        } catch (const VeridonError&) {
+            db.rollback(); // the batch failed as a whole; data.mdb must not keep its half
+            throw;
+        }
         if (!db.commit())
             throw errorFrom(db.lastError(), QStringLiteral("COMMIT"));
     }
