@@ -31,12 +31,14 @@ QStringList localTables() {
 }
 
 QStringList poolTables() {
-    return {QStringLiteral("ZVBFelder"),           QStringLiteral("zvbWerte"),
-            QStringLiteral("ZVBForm_Felder"),      QStringLiteral("sysTexts"),
-            QStringLiteral("sysLanguages"),        QStringLiteral("sysStates"),
-            QStringLiteral("ocrErsetzungen"),      QStringLiteral("sysReports"),
-            QStringLiteral("sysReportsForStates"), QStringLiteral("sysReportFields"),
-            QStringLiteral("zvbAutoImport"),       QStringLiteral("zvbAutoImport_Spezifikation")};
+    return {QStringLiteral("ZVBFelder"), QStringLiteral("zvbWerte"), QStringLiteral("ZVBForm_Felder"),
+            QStringLiteral("sysTexts"), QStringLiteral("sysLanguages"), QStringLiteral("sysStates"),
+            QStringLiteral("ocrErsetzungen"), QStringLiteral("sysReports"), QStringLiteral("sysReportsForStates"),
+            QStringLiteral("sysReportFields"), QStringLiteral("zvbAutoImport"),
+            QStringLiteral("zvbAutoImport_Spezifikation"),
+            // The identities of imported files belong with the records they brought: a file is
+            // imported into the pool once, and its identity commits with its rows.
+            QStringLiteral("sysImportedFiles")};
 }
 
 TableStore storeOfTable(const QString& table) {
