@@ -154,10 +154,12 @@ bool ExportZVBWerte() {
         ActivePass active(&pass);
         try {
             // Each row is read again when its turn comes: a record that another pass took meanwhile
-            // is no longer in state 20 or 40 and is left alone.
-            QSqlQuery fetch =
-                prepareSql(QStringLiteral("SELECT * FROM ") + table +
-                           QStringLiteral(" WHERE LfdNr=? AND (Workflow_Status=20 OR Workflow_Status=40)"));
+            // is no longer in state 20 or 40 and is left alone. On a shared pool the row stays
+            // claimed by this pass until its transaction ends, so two workstations exporting at
+            // once never both write it.
+            const QString select = QStringLiteral("SELECT * FROM ") + table +
+                                   QStringLiteral(" WHERE LfdNr=? AND (Workflow_Status=20 OR Workflow_Status=40)");
+            QSqlQuery fetch = prepareSql(select + skipLockedClause(select));
             qint64 done = 0;
             for (const qint32 number : std::as_const(numbers)) {
                 if (QCoreApplication::instance())
