@@ -167,8 +167,12 @@ void requireColumn(const QString& table, const QString& column) {
 Transaction::Transaction() {
     QSqlDatabase db = database();
     if (connection.transactionDepth == 0) {
-        if (!db.transaction())
-            throw errorFrom(db.lastError(), QStringLiteral("BEGIN"));
+        // The write lock is taken at the start and waited for (busy timeout): a deferred
+        // transaction that meets another writer only when it first writes fails at once instead
+        // of waiting, and a batch that came second must wait its turn, not half run.
+        QSqlQuery begin(db);
+        if (!begin.exec(QStringLiteral("BEGIN IMMEDIATE")))
+            throw errorFrom(begin.lastError(), QStringLiteral("BEGIN IMMEDIATE"));
         owner_ = true;
     }
     ++connection.transactionDepth;
@@ -178,8 +182,10 @@ Transaction::~Transaction() {
     if (done_)
         return;
     --connection.transactionDepth;
-    if (owner_ && !connection.name.isEmpty())
-        QSqlDatabase::database(connection.name, false).rollback();
+    if (owner_ && !connection.name.isEmpty()) {
+        QSqlQuery rollback(QSqlDatabase::database(connection.name, false));
+        rollback.exec(QStringLiteral("ROLLBACK"));
+    }
 }
 
 void Transaction::commit() {
@@ -188,8 +194,12 @@ void Transaction::commit() {
     done_ = true;
     --connection.transactionDepth;
     if (owner_) {
-        QSqlDatabase db = QSqlDatabase::database(connection.name, false);
-        if (!db.commit())
-            throw errorFrom(db.lastError(), QStringLiteral("COMMIT"));
+        QSqlQuery commit(QSqlDatabase::database(connection.name, false));
+        if (!commit.exec(QStringLiteral("COMMIT"))) {
+            const VeridonError e = errorFrom(commit.lastError(), QStringLiteral("COMMIT"));
+            // A commit that failed leaves the transaction open; nothing of it may stay pending.
+            QSqlQuery(QSqlDatabase::database(connection.name, false)).exec(QStringLiteral("ROLLBACK"));
+            throw e;
+        }
     }
 }

@@ -45,7 +45,10 @@ QString sqlQuote(const QString& text);
 void requireColumn(const QString& table, const QString& column = QString());
 
 // Runs a batch in one transaction on this thread's connection. Nested use joins the outer
-// transaction. Commits when commit() is called; rolls back on destruction otherwise.
+// transaction. The outermost one takes the write lock at once (BEGIN IMMEDIATE), waiting up to the
+// busy timeout while another process holds it, and throws VeridonError (SQLite's "database is
+// locked") when the wait ran out. Commits when commit() is called (a failed commit rolls back and
+// throws); rolls back on destruction otherwise.
 class Transaction {
 public:
     Transaction();

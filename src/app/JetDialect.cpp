@@ -4,6 +4,7 @@
 
 #include <QRegularExpression>
 #include <sqlite3.h>
+#include <vector>
 
 namespace {
 
@@ -38,40 +39,68 @@ bool matchClass(const QString& pattern, qsizetype& p, QChar c) {
     return hit != negate;
 }
 
-bool likeAt(const QString& pattern, qsizetype p, const QString& value, qsizetype v) {
-    while (p < pattern.size()) {
-        const QChar pc = pattern[p];
-        if (pc == QLatin1Char('*')) {
-            while (p < pattern.size() && pattern[p] == QLatin1Char('*'))
-                ++p;
-            if (p == pattern.size())
-                return true;
-            for (qsizetype k = v; k <= value.size(); ++k)
-                if (likeAt(pattern, p, value, k))
+// Jet's LIKE as a walk over pattern and value. A "*" tries every rest of the value; the states
+// (pattern position after the "*", value position) found not to match are remembered, so a pattern
+// of many "*" runs in time proportional to pattern times value instead of exponentially (a hostile
+// condition or value must not hang a check).
+class LikeMatcher {
+public:
+    LikeMatcher(const QString& pattern, const QString& value) : pattern_(pattern), value_(value) {}
+
+    bool at(qsizetype p, qsizetype v) {
+        while (p < pattern_.size()) {
+            const QChar pc = pattern_[p];
+            if (pc == QLatin1Char('*')) {
+                while (p < pattern_.size() && pattern_[p] == QLatin1Char('*'))
+                    ++p;
+                if (p == pattern_.size())
                     return true;
-            return false;
+                for (qsizetype k = v; k <= value_.size(); ++k) {
+                    if (failed(p, k))
+                        continue;
+                    if (at(p, k))
+                        return true;
+                    markFailed(p, k);
+                }
+                return false;
+            }
+            if (v >= value_.size())
+                return false;
+            const QChar vc = value_[v];
+            if (pc == QLatin1Char('?')) {
+                ++p;
+            } else if (pc == QLatin1Char('#')) {
+                if (!vc.isDigit())
+                    return false;
+                ++p;
+            } else if (pc == QLatin1Char('[')) {
+                if (!matchClass(pattern_, p, vc))
+                    return false;
+            } else {
+                if (pc.toLower() != vc.toLower())
+                    return false;
+                ++p;
+            }
+            ++v;
         }
-        if (v >= value.size())
-            return false;
-        const QChar vc = value[v];
-        if (pc == QLatin1Char('?')) {
-            ++p;
-        } else if (pc == QLatin1Char('#')) {
-            if (!vc.isDigit())
-                return false;
-            ++p;
-        } else if (pc == QLatin1Char('[')) {
-            if (!matchClass(pattern, p, vc))
-                return false;
-        } else {
-            if (pc.toLower() != vc.toLower())
-                return false;
-            ++p;
-        }
-        ++v;
+        return v == value_.size();
     }
-    return v == value.size();
-}
+
+private:
+    std::size_t index(qsizetype p, qsizetype v) const {
+        return std::size_t(p) * std::size_t(value_.size() + 1) + std::size_t(v);
+    }
+    bool failed(qsizetype p, qsizetype v) const { return !failed_.empty() && failed_[index(p, v)]; }
+    void markFailed(qsizetype p, qsizetype v) {
+        if (failed_.empty())
+            failed_.assign(std::size_t(pattern_.size() + 1) * std::size_t(value_.size() + 1), false);
+        failed_[index(p, v)] = true;
+    }
+
+    const QString& pattern_;
+    const QString& value_;
+    std::vector<bool> failed_;
+};
 
 QString textArg(sqlite3_value* v) {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(v));
@@ -229,7 +258,7 @@ QString translateJet(const QString& sql) {
 }
 
 bool jetLike(const QString& pattern, const QString& value) {
-    return likeAt(pattern, 0, value, 0);
+    return LikeMatcher(pattern, value).at(0, 0);
 }
 
 int jetInStr(int start, const QString& haystack, const QString& needle) {

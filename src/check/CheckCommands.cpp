@@ -28,6 +28,8 @@ constexpr KeywordName keywords[] = {
     {"Waehrung", CheckKeyword::Waehrung},
     {"Datum", CheckKeyword::Datum},
     {"Datum_Bereich", CheckKeyword::DatumBereich},
+    {"EhicKarte", CheckKeyword::EhicKarte},
+    {"PersonenNr", CheckKeyword::PersonenNr},
 };
 
 CheckKeyword keywordOf(QStringView name) {
@@ -163,6 +165,12 @@ CheckCommand parseCommand(const QString& text) {
     case CheckKeyword::DatumBereich:
         command.text1 = read.daysOrBlank(0);
         command.text2 = read.daysOrBlank(1);
+        break;
+    case CheckKeyword::EhicKarte:
+    case CheckKeyword::PersonenNr:
+        command.text1 = read.parameter(0);
+        if (command.text1.isEmpty())
+            command.problem = QStringLiteral("Das Feld mit dem ausstellenden Staat muss angegeben sein.");
         break;
     default:
         break;

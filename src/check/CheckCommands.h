@@ -23,6 +23,8 @@ enum class CheckKeyword {
     Waehrung,
     Datum,
     DatumBereich,
+    EhicKarte,  // EhicKarte(STATE): the card number against the state in field STATE
+    PersonenNr, // PersonenNr(STATE): the personal number by the rule of that state
 };
 
 struct CheckCommand {
@@ -34,7 +36,8 @@ struct CheckCommand {
     //  Laenge(n), Waehrung(n): whole1 = n;  Bereich(min,max), Gleitkommazahllaenge(a,b): whole1, whole2;
     //  Gleitkommazahlbereich(min,max): decimal1, decimal2;  Gleitkommazahl(p): separator;
     //  Datum_Bereich(from,to): text1, text2 (each a day count or "");
-    //  Lookup(table,column[,condition]): text1 table, text2 column, text3 condition (may hold ",").
+    //  Lookup(table,column[,condition]): text1 table, text2 column, text3 condition (may hold ",");
+    //  EhicKarte(field), PersonenNr(field): text1 the name of the field that holds the state.
     qint64 whole1 = 0;
     qint64 whole2 = 0;
     double decimal1 = 0;

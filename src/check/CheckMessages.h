@@ -21,12 +21,18 @@ inline constexpr MessageText Time{"ZVCHECKTIME_FT", " enthält keine gültige Ze
 inline constexpr MessageText Waehrung{"ZVCHECKWAEHRUNG_FT", " enthält kein gültiges Währungsformat."};
 inline constexpr MessageText Date{"ZVCHECKDATE_FT", " enthält kein gültiges Datum."};
 inline constexpr MessageText DateBereich{"ZVCHECKDATEBEREICH_FT", " enthält ein Datum ausserhalb des gültigen Bereiches."};
+// Warnings of the card checks; the issuing state's code follows.
+inline constexpr MessageText EhicKarte{"ZVCHECKEHICKARTE_FT", " ist keine Kartennummer (20 Ziffern, beginnend mit 80 und der Ländernummer) des Staates "};
+inline constexpr MessageText PersonenNr{"ZVCHECKPERSONENNR_FT", " passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer des Staates "};
 // A command whose parameters or look-up names do not fit (a fault of the field definitions, not of
 // the value): %1 the command, %2 the field's display name, %3 what is wrong.
 inline constexpr MessageText Invalid{"Txt_checkInvalid", "Der Befehl '%1' im Feld '%2' kann nicht ausgeführt werden: %3"};
+// The field definitions could not be loaded, so no record can pass.
+inline constexpr MessageText NoDefinitions{"Txt_checkNoDefinitions", "Die Felddefinitionen (ZVBFelder) konnten nicht geladen werden: der Datensatz gilt als fehlerhaft."};
 // clang-format on
 
 // Every text above, for the tests that keep the translations complete.
-inline constexpr MessageText all[] = {Pflicht,    Integer, Double, DoubleLaenge, Laenge, Bereich,     BereichDouble,
-                                      Werteliste, Lookup,  Time,   Waehrung,     Date,   DateBereich, Invalid};
+inline constexpr MessageText all[] = {Pflicht,       Integer,    Double,     DoubleLaenge, Laenge,       Bereich,
+                                      BereichDouble, Werteliste, Lookup,     Time,         Waehrung,     Date,
+                                      DateBereich,   EhicKarte,  PersonenNr, Invalid,      NoDefinitions};
 } // namespace CheckMsg

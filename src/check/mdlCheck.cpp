@@ -3,6 +3,7 @@
 #include "CheckCommands.h"
 #include "CheckLookup.h"
 #include "CheckMessages.h"
+#include "EhicCardChecks.h"
 #include "mdlCheckHelper.h"
 
 #include "app/mdlMessages.h"
@@ -133,6 +134,13 @@ Outcome runCommand(const CheckCommand& command, const QString& value) {
         o.result = Datum(value, DatumMode::Range, command.text1, command.text2);
         o.message = &CheckMsg::DateBereich;
         break;
+    case CheckKeyword::EhicKarte:
+    case CheckKeyword::PersonenNr:
+        o.result = ehicCardCheck(command, value, o.problem);
+        o.message = command.keyword == CheckKeyword::EhicKarte ? &CheckMsg::EhicKarte : &CheckMsg::PersonenNr;
+        if (o.problem.isEmpty()) // the field exists: its state follows the message
+            o.suffix = WerteArray().GetValue(command.text1).trimmed().toUpper();
+        break;
     case CheckKeyword::NoParenthesis:
     case CheckKeyword::Unknown:
         o.result = CheckResult::Error;
@@ -166,7 +174,7 @@ void setStatusCode(QString& statusString, const QString& fieldName, const QStrin
 qint16 standardcheck_onefield(const QString& fieldName, const QString& value, QString& errorText,
                               QString& statusString) {
     qint16 result = CheckResult::Passed;
-    RunReported(QStringLiteral("standardcheck_onefield"), [&] {
+    const bool ran = RunReported(QStringLiteral("standardcheck_onefield"), [&] {
         const FieldDefinition* field = definitionOf(fieldName);
         if (!field) {
             FelderArray().GetGelbeFelder(fieldName); // reports the missing definition
@@ -203,6 +211,14 @@ qint16 standardcheck_onefield(const QString& fieldName, const QString& value, QS
                 else
                     outcome = {CheckResult::Error, nullptr, QString(), command.problem};
                 result = outcome.result;
+                // A date that is read as valid is kept in its full form, so a short reading form
+                // ("310327") never reaches the hand-over in a shape the export reads differently.
+                if ((command.keyword == CheckKeyword::Datum || command.keyword == CheckKeyword::DatumBereich) &&
+                    result != CheckResult::Error && !value.isEmpty()) {
+                    const QString normalised = NormiereDatum(value, true);
+                    if (normalised != value && WerteArray().GetCount() > 0)
+                        WerteArray().SetValue(fieldName, normalised);
+                }
                 putCode(statusString, position,
                         result == CheckResult::Error     ? QLatin1Char('3')
                         : result == CheckResult::Warning ? QLatin1Char('5')
@@ -229,7 +245,8 @@ qint16 standardcheck_onefield(const QString& fieldName, const QString& value, QS
         if (field->pruefe == 2 && !value.isEmpty() && code != QLatin1String("0"))
             result = CheckResult::Error;
     });
-    return result;
+    // A check that broke off has not shown the value to be good.
+    return ran ? result : CheckResult::Error;
 }
 
 qint16 standardcheck(const QString& which, QString& errorText, QString& statusString) {
@@ -251,13 +268,19 @@ qint16 standardcheck(const QString& which, QString& errorText, QString& statusSt
 
 qint16 Check(const QString& which, QString& errorText) {
     qint16 result = CheckResult::Passed;
-    RunReported(QStringLiteral("Check"), [&] {
+    const bool ran = RunReported(QStringLiteral("Check"), [&] {
         QString statusString = WerteArray().GetValue(QStringLiteral("Fehlerhaft"));
         result = standardcheck(which, errorText, statusString);
+        // Without the whole set of field definitions nothing is known about the record: it fails,
+        // so it is neither handed over nor exported.
+        if (!FelderArray().IsComplete()) {
+            result = CheckResult::Error;
+            appendMessage(errorText, GetText(CheckMsg::NoDefinitions));
+        }
         WerteArray().SetValue(QStringLiteral("Fehlerhaft"), statusString);
         if (which == QLatin1String("all"))
             WerteArray().SetValue(QStringLiteral("Korrigiert"),
                                   result == CheckResult::Passed ? QStringLiteral("1") : QStringLiteral("0"));
     });
-    return result;
+    return ran ? result : CheckResult::Error;
 }

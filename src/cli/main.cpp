@@ -113,6 +113,10 @@ int main(int argc, char** argv) {
         err << "Fehler #" << e.number() << ": " << e.description() << '\n';
         code = Exit::Failure;
     }
+    // A run-time error that a procedure reported and got past (a record that could not be stored,
+    // a copy that failed) still means the command did not do all it was asked: scripts must see it.
+    if (code == Exit::Ok && presenter.errorCount() > 0)
+        code = Exit::Failure;
     out.flush();
     err.flush();
     setMessagePresenter(nullptr);

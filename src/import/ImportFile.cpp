@@ -1,7 +1,9 @@
 #include "ImportFile.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -63,5 +65,64 @@ bool moveFileNoReplace(const QString& source, const QString& target) {
             return false;
     }
     syncFolder(directoryOf(target));
+    return true;
+}
+
+QString unusedFileName(const QString& folder, const QString& stem) {
+    QString candidate = folder + stem;
+    for (int n = 2; QFileInfo::exists(candidate) || QFileInfo(candidate).isSymLink(); ++n)
+        candidate = folder + stem + QLatin1Char('-') + QString::number(n);
+    return candidate;
+}
+
+bool copyFileChecked(const QString& source, const QString& target, QString& problem) {
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) {
+        problem = in.errorString();
+        return false;
+    }
+    QSaveFile out(target);
+    if (!out.open(QIODevice::WriteOnly)) {
+        problem = out.errorString();
+        return false;
+    }
+    qint64 copied = 0;
+    while (!in.atEnd()) {
+        const QByteArray block = in.read(1 << 20);
+        if (block.isEmpty() && in.error() != QFileDevice::NoError) {
+            problem = in.errorString();
+            out.cancelWriting();
+            return false;
+        }
+        if (out.write(block) != block.size()) {
+            problem = out.errorString();
+            out.cancelWriting();
+            return false;
+        }
+        copied += block.size();
+    }
+    if (copied != in.size()) {
+        problem = QStringLiteral("unvollständig gelesen");
+        out.cancelWriting();
+        return false;
+    }
+    // commit() flushes, syncs and renames; a full disk shows here at the latest.
+    if (!out.commit()) {
+        problem = out.errorString();
+        return false;
+    }
+    syncFolder(directoryOf(target));
+    return true;
+}
+
+bool fileIdentity(const QString& path, qint64& size, QString& sha256) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!hash.addData(&file))
+        return false;
+    size = file.size();
+    sha256 = QString::fromLatin1(hash.result().toHex());
     return true;
 }

@@ -25,3 +25,17 @@ QString staleTempAsideName(const QString& temp, const QDateTime& now);
 // target exists. Returns false when the file could not be moved (missing, in a read-only folder,
 // locked against changes); errno tells why.
 bool moveFileNoReplace(const QString& source, const QString& target);
+
+// A name for a copy of source in folder that no file has yet: "<folder><stem>", then "<stem>-2",
+// "<stem>-3", ... (folder ends with "/"). Two imports of the same file name in one second keep both
+// copies.
+QString unusedFileName(const QString& folder, const QString& stem);
+
+// Copies source to target through a temporary file that is written, flushed, synced and renamed,
+// so target either holds the whole source or does not exist. Returns false (and leaves no target)
+// when a step failed; problem then says which and why.
+bool copyFileChecked(const QString& source, const QString& target, QString& problem);
+
+// The identity of an import file: its size and the SHA-256 of its content (hex). False when the
+// file cannot be read.
+bool fileIdentity(const QString& path, qint64& size, QString& sha256);

@@ -59,6 +59,8 @@ QString SchneideDatumAus(const QString& text);
 // The codes of table sysStates, read once for a batch.
 class StateCodes {
 public:
+    // The codes given, in this order (the known states without a database).
+    explicit StateCodes(QStringList codes = {}) : codes_(std::move(codes)) {}
     // Reads State_ID of every row in table order. Throws VeridonError when the table cannot be read.
     static StateCodes load();
     // Number of rows whose code equals code (without regard to case).

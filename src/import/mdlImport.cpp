@@ -201,24 +201,70 @@ void setStaleTempAside(const QString& temp, const QString& path) {
                                       .arg(temp, QString::fromLocal8Bit(std::strerror(errno))));
 }
 
-void backupImportFile(const QString& path, const QString& temp) {
+// Copies the import file into the backup folder under a name no other copy has. Returns false
+// when a copy was wanted and could not be made whole: the file must then stay where it is.
+bool backupImportFile(const QString& path, const QString& temp) {
     try {
         if (!IsBackupEnabled())
-            return;
+            return true;
         const QString folder = GetBackupDir(BackupKind::ImportData, true);
         if (folder.isEmpty()) {
             // Without a backup folder set there is nothing to copy to; a folder that is set but
             // cannot be made is a failure the operator hears of.
-            if (!GetSysText(QStringLiteral("Backup_Pfad")).trimmed().isEmpty())
+            if (!GetSysText(QStringLiteral("Backup_Pfad")).trimmed().isEmpty()) {
                 ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
-            return;
+                return false;
+            }
+            return true;
         }
-        const QString target = folder + QFileInfo(path).fileName() + QLatin1Char('_') + GetBackupTimestamp();
-        if (!QFile::copy(temp, target))
-            ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
+        const QString target =
+            unusedFileName(folder, QFileInfo(path).fileName() + QLatin1Char('_') + GetBackupTimestamp());
+        QString problem;
+        if (copyFileChecked(temp, target, problem))
+            return true;
+        WriteLog(procedureName(), QStringLiteral("Sicherungskopie '%1' nicht geschrieben: %2").arg(target, problem));
     } catch (const std::exception&) {
-        ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
     }
+    ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
+    return false;
+}
+
+// The table of imported files: one row per file whose lines were committed, written in the same
+// commit as the lines. A file whose size and content are found there was imported already.
+const QString importedFilesTable = QStringLiteral("sysImportedFiles");
+
+void ensureImportedFilesTable() {
+    execSql(QStringLiteral("CREATE TABLE IF NOT EXISTS ") + importedFilesTable +
+            QStringLiteral(" (Name TEXT, Size INTEGER, Sha256 TEXT, Importiert TEXT)"));
+}
+
+// When the file of that identity was imported, or a null text.
+QString importedAt(qint64 size, const QString& sha256) {
+    QSqlQuery q = execSql(QStringLiteral("SELECT Importiert FROM ") + importedFilesTable +
+                              QStringLiteral(" WHERE Size=? AND Sha256=?"),
+                          {size, sha256});
+    return q.next() ? q.value(0).toString() : QString();
+}
+
+void recordImportedFile(const QString& path, qint64 size, const QString& sha256) {
+    execSql(
+        QStringLiteral("INSERT INTO ") + importedFilesTable +
+            QStringLiteral(" (Name, Size, Sha256, Importiert) VALUES (?, ?, ?, ?)"),
+        {QFileInfo(path).fileName(), size, sha256, appClock().now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"))});
+}
+
+// An import file that was imported already (a leftover of a run that ended after its commit, or a
+// copy put back by hand) is set aside under a dated name and never read again.
+void setImportedFileAside(const QString& temp, const QString& path, const QString& when) {
+    const QString aside = staleTempAsideName(temp, appClock().now());
+    const bool moved = moveFileNoReplace(temp, aside);
+    const QString text =
+        QStringLiteral("Die Importdatei '%1' wurde bereits am %2 importiert und wird nicht noch einmal "
+                       "importiert; sie %3.")
+            .arg(path, when,
+                 moved ? QStringLiteral("liegt jetzt unter '%1'").arg(aside)
+                       : QStringLiteral("liegt unverändert unter '%1'").arg(temp));
+    zvMsgBox(text, MsgBox::Critical, QString());
 }
 
 } // namespace
@@ -246,9 +292,24 @@ int ImportZVBWerte(const QString& path) {
     const QString table = GetValuesTable();
     qint64 lineCount = 0;
     bool cleaned = false;
+    bool copied = true;
+    QString alreadyImported;
     std::optional<Transaction> transaction;
     RunReported(procedureName(), [&] {
         transaction.emplace();
+        qint64 size = 0;
+        QString sha256;
+        if (!fileIdentity(temp, size, sha256))
+            throw VeridonError(ErrorNumber::FileNotFound,
+                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+        // An empty file adds nothing, so it may come any number of times.
+        if (size > 0) {
+            ensureImportedFilesTable();
+            alreadyImported = importedAt(size, sha256);
+            if (!alreadyImported.isNull())
+                return;
+            recordImportedFile(path, size, sha256);
+        }
         QStringList lines;
         if (!readTextLines(temp, lines))
             throw VeridonError(ErrorNumber::FileNotFound,
@@ -265,7 +326,7 @@ int ImportZVBWerte(const QString& path) {
         lines.clear();
         plan.insert.finish();
 
-        backupImportFile(path, temp);
+        copied = backupImportFile(path, temp);
         if (ImportNachbearbeitung() < 1) {
             execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true"));
         } else {
@@ -274,15 +335,26 @@ int ImportZVBWerte(const QString& path) {
             cleaned = true;
         }
     });
+    if (!alreadyImported.isNull()) {
+        transaction.reset();
+        appProgress().finished();
+        setImportedFileAside(temp, path, alreadyImported);
+        return -1;
+    }
     // Whatever happened, what was written stays: after a run-time error the rows read so far keep
-    // Neuimport, and a later import commits them.
+    // Neuimport, and a later import commits them, and the file counts as imported.
     if (transaction && !RunReported(procedureName(), [&] { transaction->commit(); }))
         cleaned = false;
     appProgress().finished();
     if (!cleaned)
         return -1;
-    // The file is deleted only once its rows are safely committed, so a failed commit can never
-    // lose a line.
+    // The file is deleted only once its rows are safely committed and its backup copy is whole, so
+    // neither a failed commit nor a failed copy can lose a line. A file kept for want of its copy
+    // is set aside by the next import and recognised as imported.
+    if (!copied) {
+        WriteLog(procedureName(), QStringLiteral("Importdatei '%1' ohne Sicherungskopie aufbewahrt.").arg(temp));
+        return int(lineCount);
+    }
     if (!QFile::remove(temp))
         ShowMessage(Msg::ImportDelete, MsgBox::Exclamation);
     return int(lineCount);

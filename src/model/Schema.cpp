@@ -28,7 +28,8 @@ const TableDefinition tables[] = {
      " Import_Datei " TXT(255) ", Export_Pfad " TXT(255) ","
      " Backup_Enabled " TXT(1) ", Backup_Bilder BOOLEAN, Backup_Pfad " TXT(255) ", Backup_HistoryDays SMALLINT,"
      " Report_Ambrix_Country SMALLINT, Report_Other_Country SMALLINT, Report_Pfad " TXT(255) ","
-     " Report_FontName " TXT(50) ", Report_PrinterUseDefault BOOLEAN, Report_PrinterName " TXT(255)},
+     " Report_FontName " TXT(50) ", Report_PrinterUseDefault BOOLEAN, Report_PrinterName " TXT(255) ","
+     " Scan_Geraet " TXT(255)},
     {"ZVBFelder",
      "VarName " TXT(50) " NOT NULL, T4_x SMALLINT, T4_y SMALLINT, T4_dx SMALLINT, T4_dy SMALLINT,"
      " T5_x SMALLINT, T5_y SMALLINT, T5_dx SMALLINT, T5_dy SMALLINT, VarLng SMALLINT, satznummer SMALLINT,"
@@ -46,7 +47,7 @@ const TableDefinition tables[] = {
     {"ZVBForm_Felder", "FeldNr " TXT(50) ", ReihenfolgeNr SMALLINT"},
     {"sysTexts", "Language_ID " TXT(5) ", Name " TXT(100) ", Text LONGTEXT"},
     {"sysLanguages", "Language_ID " TXT(5) ", Bezeichnung " TXT(50)},
-    {"sysStates", "State_ID " TXT(2) ", State_Name " TXT(60) ", State_XmlType " TXT(5)},
+    {"sysStates", "State_ID " TXT(2) ", State_Name " TXT(60) ", State_XmlType " TXT(5) ", State_IsoNumeric " TXT(3)},
     {"ocrErsetzungen", "Feld " TXT(50) ", Suchstring " TXT(50) ", Ersatzstring " TXT(50)},
     {"zvbSysKeys", "KeyID INTEGER, Bezeichnung " TXT(50) ", KeyAscii SMALLINT, KeyCode SMALLINT"},
     {"zvbSysWindowPositions", "formName " TXT(50) ", x INTEGER, y INTEGER, dx INTEGER, dy INTEGER"},
@@ -60,6 +61,8 @@ const TableDefinition tables[] = {
      " Funktionstyp SMALLINT, delim " TXT(5) ", textdelim " TXT(5) ", Header BOOLEAN, id INTEGER,"
      " Konverter LONGTEXT"},
     {"zvbAutoImport_Spezifikation", "ID INTEGER, FeldNr SMALLINT, Breite SMALLINT, ZielFeld " TXT(50)},
+    // The options chosen per scanner device in its settings dialog.
+    {"zvbScanOptionen", "Geraet " TXT(255) ", Name " TXT(64) ", Wert " TXT(255)},
 };
 
 const char* const indexes[] = {

@@ -22,7 +22,7 @@ qint16 required(const QSqlQuery& q, int column, const QString& fieldName) {
 void ZVBFelderArray::Fill() {
     fields_.clear();
     index_.clear();
-    RunReported(QStringLiteral("zvbFelderArray.Fill"), [this] {
+    complete_ = RunReported(QStringLiteral("zvbFelderArray.Fill"), [this] {
         QSqlQuery q = execSql(QStringLiteral(
             "SELECT VarName, T4_x, T4_y, T4_dx, T4_dy, T5_x, T5_y, T5_dx, T5_dy, VarLng, satznummer, gelbefelderjn,"
             " pruefe, pruefungen, formatierung, Fehlertextname, OkFarbe FROM ZVBFelder ORDER BY rowid"));
@@ -50,6 +50,7 @@ void ZVBFelderArray::Fill() {
             fields_.push_back(f);
         }
     });
+    complete_ = complete_ && !fields_.isEmpty();
     // A name held twice answers with its first row.
     for (int i = 0; i < fields_.size(); ++i) {
         const QString key = fields_[i].name.toLower();
@@ -59,6 +60,7 @@ void ZVBFelderArray::Fill() {
 }
 
 void ZVBFelderArray::EmptyArray() {
+    complete_ = false;
     fields_.clear();
     index_.clear();
 }

@@ -27,6 +27,9 @@ public:
     void Fill();
     // Drops all definitions.
     void EmptyArray();
+    // True when the last Fill read the whole table and found at least one definition. Checks fail
+    // closed on false: a record checked against half the definitions must never pass.
+    bool IsComplete() const { return complete_; }
 
     // True when a definition of that name (any case) is held. Reports nothing.
     bool Exists(const QString& name) const;
@@ -57,5 +60,6 @@ private:
     const FieldDefinition* lookup(const QString& name) const;
 
     QVector<FieldDefinition> fields_;
+    bool complete_ = false;
     QHash<QString, int> index_; // lower-cased name -> first row
 };

@@ -2,6 +2,7 @@
 
 #include "FormModel.h"
 #include "ImageFiles.h"
+#include "admin/OperatorStats.h"
 #include "admin/mdlBackup.h"
 #include "app/Database.h"
 #include "app/mdlDB.h"
@@ -135,6 +136,8 @@ bool LoadRecord(qint32 n) {
     });
     if (!found)
         WerteArray().Clear();
+    else
+        beginRecordWork();
     return found;
 }
 
@@ -164,6 +167,7 @@ bool DiscardRecord(qint32 n, bool silent) {
         return false;
     if (!silent && ShowMessage(Msg::AskDelete, MsgBox::YesNo + MsgBox::Question) != MsgBox::Yes)
         return false;
+    const RecordWork work = recordWork();
     bool deleted = false;
     RunReported(QStringLiteral("actionVerwerfen"), [&] {
         const QString bmpName = WerteArray().indexOf(QStringLiteral("BMPName")) >= 0
@@ -178,6 +182,8 @@ bool DiscardRecord(qint32 n, bool silent) {
                  QStringLiteral("Beleg #") + number(n) + QStringLiteral(" - ") +
                      (bmpName.isEmpty() ? QStringLiteral("(ohne Bild)") : bmpName) + QStringLiteral(" gelöscht!"));
     });
+    if (deleted)
+        keepRecordWork(work, false);
     return deleted;
 }
 
@@ -203,8 +209,10 @@ bool DecideHandOver(QString& errorText, const std::function<void(const QString&)
 }
 
 bool CompleteHandOver(qint32 n) {
+    const RecordWork work = recordWork(); // before the values in hand are saved and emptied
     if (!SaveWithStatus(n, WorkflowStatus::HandedOver))
         return false;
+    keepRecordWork(work, true);
     ExportZVBWerte();
     return true;
 }

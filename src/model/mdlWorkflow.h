@@ -42,8 +42,9 @@ bool ClaimRecord(qint32 number, qint16 korrId);
 // already handed over. Throws on a database failure.
 QString ClaimRefusal(qint32 number);
 
-// Fills the program-wide values with record number. False (values empty) when there is no such row
-// or after a reported failure.
+// Fills the program-wide values with record number and starts counting the work on it for the
+// operator statistics (OperatorStats.h). False (values empty) when there is no such row or after a
+// reported failure.
 bool LoadRecord(qint32 number);
 
 // The state and holder of record number; false when there is no such row. Throws on a database failure.
@@ -59,7 +60,8 @@ bool SaveWithStatus(qint32 number, qint16 status);
 // A bare-named image is deleted from the image folder, after a "_d." copy into the day's image
 // backup when images are backed up; a path-like name is never touched. A failed deletion is shown
 // as "Msg_ImageDeleteErr" and the record is still deleted. The values are saved and emptied, the
-// row deleted and "Beleg #n - <image> gelöscht!" logged. Returns true when the record was deleted.
+// row deleted and "Beleg #n - <image> gelöscht!" logged; the day's statistics count a discard.
+// Returns true when the record was deleted.
 bool DiscardRecord(qint32 number, bool silent);
 
 // The hand-over decision of actionOK for the values in hand: runs the check engine over all fields
@@ -73,8 +75,9 @@ bool DecideHandOver(QString& errorText, const std::function<void(const QString&)
 // that is not handed over gets Korrigiert "0". Returns true when the record may be handed over.
 bool HandOverDecision(qint16 level, QString& errorText, const std::function<void(const QString&)>& showErrorList);
 
-// Finishes a hand-over decided above: saves record number with state 40 and runs the export pass
-// over every record ready for hand-over. False when the save failed (reported); the export pass
+// Finishes a hand-over decided above: saves record number with state 40, counts it with its
+// corrected fields, keys and time in the day's statistics, and runs the export pass over every
+// record ready for hand-over. False when the save failed (reported); the export pass
 // reports its own failures.
 bool CompleteHandOver(qint32 number);
 

@@ -288,11 +288,6 @@ void frmMain::buildStatusBar() {
     progress_ = new StatusBarProgress(statusText_, progressBar_);
 }
 
-void frmMain::notAvailable(const QString& what) {
-    QApplication::beep();
-    statusBar()->showMessage(what, 8000);
-}
-
 void frmMain::connectActions() {
     connect(buttonOK_, &QPushButton::clicked, this, &frmMain::onOK);
     connect(mpOKWeiter_, &QAction::triggered, this, &frmMain::onOK);
@@ -301,13 +296,10 @@ void frmMain::connectActions() {
     connect(buttonBeenden_, &QPushButton::clicked, this, &frmMain::actionBeenden);
     connect(mpEnde_, &QAction::triggered, this, &frmMain::actionBeenden);
 
-    // Scanning is not part of this workstation yet: say so instead of pretending.
-    const QString noScan = utf8("Scannen ist an diesem Arbeitsplatz noch nicht verfügbar. Belege kommen über den "
-                                "Import der Auswertungsdatei (veridon-cli).");
-    for (QAction* a : {mpScannen_, mpScannerSelect_, mpScannerSettings_})
-        connect(a, &QAction::triggered, this, [this, noScan] { notAvailable(noScan); });
-    connect(buttonScannen_, &QPushButton::clicked, this, [this, noScan] { notAvailable(noScan); });
-
+    connect(buttonScannen_, &QPushButton::clicked, this, &frmMain::actionScannen);
+    connect(mpScannen_, &QAction::triggered, this, &frmMain::actionScannen);
+    connect(mpScannerSelect_, &QAction::triggered, this, &frmMain::actionScannerSelect);
+    connect(mpScannerSettings_, &QAction::triggered, this, &frmMain::actionScanner_Settings);
     connect(mpStatusBar_, &QAction::triggered, this, &frmMain::toggleStatusBar);
     connect(mpToolbar_, &QAction::triggered, this, &frmMain::toggleToolBar);
     connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);

@@ -74,7 +74,12 @@ private:
     void toggleToolBar(bool on);
     void toggleImageDisplay(bool on);
     void toggleFullScreen(bool on);
-    void notAvailable(const QString& what);
+
+    // frmMainScan.cpp: the scan button and the scanner menu.
+    void actionScannen();
+    void actionScannerSelect();
+    void actionScanner_Settings();
+    void setScanControlsEnabled(bool on);
 
     // frmMainWorkflow.cpp: showing records and the record actions.
     void showRecord();

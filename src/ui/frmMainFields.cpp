@@ -128,6 +128,10 @@ void frmMain::fieldLeft(QLineEdit* edit) {
     RunReported(QStringLiteral("frmMain.Field_Validate"), [&] {
         WerteArray().SetValue(edit->objectName(), edit->text());
         checkField(edit->objectName());
+        // A date the check brought into its full form shows as it will be stored.
+        const QString stored = WerteArray().GetValue(edit->objectName());
+        if (stored != edit->text())
+            edit->setText(stored);
         colourFields(edit->objectName());
     });
 }

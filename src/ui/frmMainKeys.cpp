@@ -8,6 +8,7 @@
 #include "WindowsKeyCodes.h"
 #include "frmMain.h"
 
+#include "admin/OperatorStats.h"
 #include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -36,6 +37,12 @@ QLineEdit* lineEditOf(QWidget* w) {
     return nullptr;
 }
 
+// Shift, Ctrl, Alt and their kind only change the next key; they are no keystroke of their own.
+bool isModifierKey(int key) {
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr ||
+           key == Qt::Key_Meta;
+}
+
 // Focus arrives or leaves because another window or a menu took the keyboard for a while; that is
 // no entering or leaving of the field.
 bool isPassingFocus(const QFocusEvent* e) {
@@ -56,6 +63,8 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
         if (widget != (focus && focus->window() == this ? focus : this))
             return false;
         auto* key = static_cast<QKeyEvent*>(event);
+        if (!isModifierKey(key->key()))
+            noteKeystroke(); // the operator's effort on the record, for the statistics
         return keyDown(key) || keyPress(key);
     }
     case QEvent::FocusIn:

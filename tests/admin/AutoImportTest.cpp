@@ -165,11 +165,13 @@ TEST_F(AutoImport, the_demo_master_data_files_import_the_rows_the_tables_already
     execSql("DELETE FROM zvbAutoImport_Spezifikation");
     loadTableFile("zvbAutoImport", masterDataDir() + "tables/zvbAutoImport.tsv");
     loadTableFile("zvbAutoImport_Spezifikation", masterDataDir() + "tables/zvbAutoImport_Spezifikation.tsv");
-    const QStringList states = rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates ORDER BY State_ID");
+    const QStringList states =
+        rows("SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY State_ID");
     const QStringList rules = rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid");
     EXPECT_EQ(ZVBAutoImport(), 2) << "the delimited states and the fixed-width OCR rules";
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_EQ(rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates ORDER BY State_ID"), states)
+    EXPECT_EQ(rows("SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY State_ID"),
+              states)
         << "data/home/stammdaten/staaten.txt must hold what sysStates.tsv holds";
     EXPECT_EQ(rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid"), rules)
         << "data/home/stammdaten/ocr_ersetzungen.txt must hold what ocrErsetzungen.tsv holds";

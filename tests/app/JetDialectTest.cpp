@@ -48,6 +48,8 @@ TEST_F(JetDialect, like_patterns_of_the_import_and_image_rules) {
     expectLike("*[\\,:]*", {"C:\\scan\\0815.tif", "a,b.tif"}, {"0815_0001.tif"});
     expectLike("##.##.####", {"15.11.2026"}, {"15.11.26"});
     EXPECT_FALSE(jetLike("*[!0-9]*", QString())) << "null is no text";
+    // Many "*" before a part that never matches: answered at once, not after trying every split.
+    EXPECT_FALSE(jetLike(QString("*a").repeated(40) + "[0-9]", QString("a").repeated(200)));
 }
 
 TEST_F(JetDialect, delete_star_removes_the_rows) {

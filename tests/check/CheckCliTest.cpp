@@ -5,6 +5,10 @@
 #include "app/Database.h"
 #include "app/mdlDB.h"
 
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QThread>
 #include <gtest/gtest.h>
 
 namespace {
@@ -15,7 +19,7 @@ void storeTwoCards() {
     const QString insert =
         "INSERT INTO zvbWerte (BMPName, TYP, SCANDAT, FORM_ID, STATE, NACHNAME, VORNAME, GEBDAT, PERSONAL_ID,"
         " INSTITUT_ID, CARD_ID, CARD_EXPIRY, Korrigiert, Workflow_Status) VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
-    execSql(insert, {"31901001.tif", "4", "15.11.2026", "E-111N", "AT", "Huber", "Maria", "03.07.1961", "1234030761",
+    execSql(insert, {"31901001.tif", "4", "15.11.2026", "E-111N", "AT", "Huber", "Maria", "03.07.1961", "1236030761",
                      "1100 - OEGK", "80040001234567890123", "31.12.2029", 0, 10});
     execSql(insert, {"31901002.tif", "4", "15.11.2026", "E-111N", "NL", "de Vr?es", "Jan Pieter", "22.02.1985",
                      "123456782", "3311 - Zilveren Kruis", "8052800001234567890I", "15.06.2028", 1, 10});
@@ -28,17 +32,17 @@ TEST(CheckCommand, prints_each_record_with_its_errors_indented_and_stores_the_re
     storeTwoCards();
     const CliRun one = runCli({"--home", home.dir(), "check", "2"});
     EXPECT_EQ(one.exitCode, 0) << one.err.toStdString();
-    EXPECT_EQ(one.out, "2\t2\t0003001030\n");
+    EXPECT_EQ(one.out, "2\t2\t0003000030\n");
     EXPECT_TRUE(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=1").isNull());
 
     const CliRun run = runCli({"--home", home.dir(), "check", "--errors"});
     EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_EQ(run.out, "1\t0\t0000001000\n"
-                       "2\t2\t0003001030\n"
+    EXPECT_EQ(run.out, "1\t0\t0000000000\n"
+                       "2\t2\t0003000030\n"
                        "    Im Feld 'Nachname' befindet sich noch ein ?\n"
                        "    Kennnummer der Karte muss eine Zahl enthalten.\n");
     EXPECT_EQ(run.err, "");
-    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003001030");
+    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003000030");
     EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", "LfdNr=1").toInt(), 1);
     EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", "LfdNr=2").toInt(), 0);
     EXPECT_EQ(GetValue("NACHNAME", "zvbWerte", "LfdNr=2").toString(), "de Vr?es") << "values are only checked";
@@ -55,6 +59,80 @@ TEST(CheckCommand, an_unknown_record_or_argument_is_refused) {
     const CliRun wrong = runCli({"--home", home.dir(), "check", "alle"});
     EXPECT_EQ(wrong.exitCode, 2);
     EXPECT_TRUE(wrong.err.contains("alle"));
+}
+
+// A second workstation writes while check all starts: it holds the write lock and commits a change
+// a moment later. The check waits for the lock and stores every result instead of failing half
+// way; when the results cannot be stored at all (the table refuses updates), the command says so
+// with exit code 1.
+TEST(CheckCommand, waits_for_another_writer_and_fails_with_1_when_it_cannot_store) {
+    TempHome home;
+    storeTwoCards();
+    {
+        QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-workstation");
+        other.setDatabaseName(home.path("data.mdb"));
+        ASSERT_TRUE(other.open());
+        QSqlQuery hold(other);
+        ASSERT_TRUE(hold.exec("BEGIN IMMEDIATE"));
+        ASSERT_TRUE(hold.exec("UPDATE zvbWerte SET SCANDAT='16.11.2026' WHERE LfdNr=1"));
+        QProcess check;
+        check.start(VERIDON_CLI, {"--home", home.dir(), "check", "all"});
+        ASSERT_TRUE(check.waitForStarted());
+        QThread::msleep(1500);
+        ASSERT_TRUE(hold.exec("COMMIT"));
+        ASSERT_TRUE(check.waitForFinished(60000));
+        EXPECT_EQ(check.exitCode(), 0) << check.readAllStandardError().toStdString();
+        EXPECT_EQ(check.readAllStandardOutput(), "1\t0\t0000000000\n2\t2\t0003000030\n");
+        hold = QSqlQuery();
+        other.close();
+    }
+    QSqlDatabase::removeDatabase("other-workstation");
+    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003000030");
+    EXPECT_EQ(GetValue("SCANDAT", "zvbWerte", "LfdNr=1").toString(), "16.11.2026") << "the other's change stays";
+
+    execSql("CREATE TRIGGER readonly BEFORE UPDATE ON zvbWerte BEGIN SELECT RAISE(ABORT, 'schreibgeschützt'); END");
+    closeDatabase();
+    const CliRun refused = runCli({"--home", home.dir(), "check", "all"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.err.contains("schreibgeschützt")) << refused.err.toStdString();
+}
+
+// Field definitions that cannot be loaded leave nothing checked: Maria Huber's clean card fails
+// instead of passing, and accept refuses to hand it over.
+TEST(CheckCommand, without_loadable_field_definitions_no_record_passes) {
+    const struct {
+        const char* fault;
+        const char* statement;
+    } cases[] = {
+        {"VarLng beyond a small integer", "UPDATE ZVBFelder SET VarLng=70000 WHERE VarName='VORNAME'"},
+        {"no definitions at all", "DELETE * FROM ZVBFelder"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.fault);
+        TempHome home;
+        storeTwoCards();
+        execSql(c.statement);
+        closeDatabase();
+        const CliRun run = runCli({"--home", home.dir(), "check", "1", "--errors"});
+        EXPECT_TRUE(run.out.startsWith("1\t2\t")) << run.out.toStdString();
+        EXPECT_TRUE(run.out.contains("Felddefinitionen (ZVBFelder) konnten nicht geladen werden"));
+        const CliRun accept = runCli({"--home", home.dir(), "--yes", "accept", "1", "--report", "kein"});
+        EXPECT_EQ(accept.exitCode, 1);
+        EXPECT_TRUE(accept.err.contains("wird nicht übergeben")) << accept.err.toStdString();
+        EXPECT_EQ(GetValue("Workflow_Status", "zvbWerte", "LfdNr=1").toInt(), 30) << "claimed, never handed over";
+    }
+}
+
+// A card expiry typed in a short reading form is stored in its full form once it passed.
+TEST(CheckCommand, a_short_date_is_stored_in_its_full_form) {
+    TempHome home;
+    storeTwoCards();
+    execSql("UPDATE zvbWerte SET CARD_EXPIRY='310326', GEBDAT='3.7.61' WHERE LfdNr=1");
+    closeDatabase();
+    const CliRun run = runCli({"--home", home.dir(), "check", "1"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(GetValue("CARD_EXPIRY", "zvbWerte", "LfdNr=1").toString(), "31.03.2026");
+    EXPECT_EQ(GetValue("GEBDAT", "zvbWerte", "LfdNr=1").toString(), "03.07.1961");
 }
 
 } // namespace

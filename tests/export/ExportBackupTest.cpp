@@ -26,7 +26,7 @@ TEST_F(ExportBackup, backup_on_keeps_xml_image_and_a_text_line_per_record) {
     const QString empty15(15, QLatin1Char(','));
     EXPECT_EQ(QString::fromLatin1(home.readFile(day("exportdata/exp.txt"))),
               "31901001.tif,15.11.2026,4" + empty15 +
-                  ",E-111N,AT,Huber,Maria,03.07.1961,1234030761,1100 - OEGK,80040001234567890123,31.12.2029,,Wahr,\r\n"
+                  ",E-111N,AT,Huber,Maria,03.07.1961,1236030761,1100 - OEGK,80040001234567890123,31.12.2029,,Wahr,\r\n"
                   "31901002.tif,15.11.2026,4" +
                   empty15 +
                   ",E-111N,NL,de Vries,Jan Pieter,22.02.1985,123456782,3311 - Zilveren Kruis,80528000012345678901,"

@@ -32,7 +32,7 @@ TEST_F(Export, every_placeholder_is_filled_and_blank_lines_go_while_a_tab_line_s
               "    <Name>Huber</Name>\r\n"
               "    <Given_names>Maria</Given_names>\r\n"
               "    <Date_of_birth>1961-07-03</Date_of_birth>\r\n"
-              "    <Personal_identification_number>1234030761</Personal_identification_number>\r\n"
+              "    <Personal_identification_number>1236030761</Personal_identification_number>\r\n"
               "  </Person>\r\n"
               "\t\r\n"
               "  <Karte>\r\n"

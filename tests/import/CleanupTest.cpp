@@ -47,11 +47,11 @@ TEST_F(Cleanup, layout_5_maps_one_line_per_field_and_repairs_the_reading) {
 TEST_F(Cleanup, layout_4_splits_its_shared_lines_at_the_widest_gap) {
     const int row =
         newRow("4", {"EUROPÄISCHE KRANKENVERSICHERUNGSKARTE", "|  at", "de Vries", "| jan pieter      22/02/1985  |",
-                     "1234 030761      1100 - OEGK", "8004 0001 2345 6789 0123     xx31/12/2029"});
+                     "1236 030761      1100 - OEGK", "8004 0001 2345 6789 0123     xx31/12/2029"});
     EXPECT_EQ(ImportNachbearbeitung(), 1);
     // The bar before the first name goes once the line is split; the expiry is cut out of what surrounds it.
     expectTexts(row, {"TYP=4", "STATE=AT", "NACHNAME=De Vries", "VORNAME=Jan Pieter", "GEBDAT=22/02/1985",
-                      "PERSONAL_ID=1234030761", "INSTITUT_ID=1100 - OEGK", "CARD_ID=80040001234567890123",
+                      "PERSONAL_ID=1236030761", "INSTITUT_ID=1100 - OEGK", "CARD_ID=80040001234567890123",
                       "CARD_EXPIRY=31/12/2029"});
 }
 

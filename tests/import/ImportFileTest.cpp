@@ -16,7 +16,7 @@ namespace {
 const QString layout5Line = "31901003.tif;15.11.2026;5;0;0;;;;;;;EHIC  FR;FR;Dupont;Marie;14/09/1990     290097512;"
                             "75 - CPAM Paris;80250000001234567890     30/09/2027";
 const QString layout4Line = "31901001.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;AT;Huber;"
-                            "Maria      03/07/1961;1234030761      1100 - OEGK;80040001234567890123     31/12/2029";
+                            "Maria      03/07/1961;1236030761      1100 - OEGK;80040001234567890123     31/12/2029";
 
 class ImportFile : public ImportTest {};
 
@@ -46,6 +46,28 @@ TEST_F(ImportFile, backup_copy_keeps_the_file_under_its_name_and_time_stamp) {
     clock.set(QDateTime(QDate(2026, 11, 16), QTime(8, 0, 0)));
     ASSERT_EQ(import(), 1);
     EXPECT_FALSE(exists("backup/261116"));
+}
+
+// Two result files of the same name in one second, then the first one put back (as a crash after
+// the commit leaves it, or an operator who copies it back): both copies are kept, and the file
+// already imported is recognised by its content and set aside instead of doubling its records.
+TEST_F(ImportFile, an_imported_file_is_never_imported_twice_and_each_one_keeps_its_copy) {
+    writeResult({layout4Line});
+    const QByteArray first = home.readFile("import/zvscan.txt");
+    ASSERT_EQ(import(), 1);
+    writeResult({layout5Line});
+    const QByteArray second = home.readFile("import/zvscan.txt");
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115"), first);
+    EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115-2"), second);
+
+    home.writeFile("import/zvscan.txt", first);
+    EXPECT_EQ(import(), -1);
+    EXPECT_EQ(rowCount(), 2);
+    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000"), first);
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.messages()[0].prompt.contains("bereits am 2026-11-15 10:30:00 importiert"))
+        << messages.messages()[0].prompt.toStdString();
 }
 
 TEST_F(ImportFile, separator_defaults_to_comma_with_a_log_line) {

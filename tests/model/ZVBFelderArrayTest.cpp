@@ -20,7 +20,7 @@ TEST_F(FieldDefinitions, names_match_without_regard_to_case) {
     EXPECT_EQ(felder.count(), 33);
     EXPECT_TRUE(felder.Exists("nachname"));
     EXPECT_EQ(felder.GetLaenge("nachname"), 40);
-    EXPECT_EQ(felder.GetPruefungen("card_id"), "Pflichtfeld();Zahl();Laenge(20)");
+    EXPECT_EQ(felder.GetPruefungen("card_id"), "Pflichtfeld();Zahl();Laenge(20);EhicKarte(STATE)");
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 

@@ -13,7 +13,7 @@ class FieldCheck : public MainWindowTest {
 protected:
     const QColor errorColour = colourFromReference(FieldColours().fehler); // Color_Fehler &HA0A0FF
     const QColor okColour = colourFromReference(FieldColours().ok);        // Color_OK &HFF00
-    const QColor noCheckColour = colourFromReference(FieldColours().noCheck);
+    const QColor warningColour = colourFromReference(FieldColours().warnung);
 };
 
 TEST_F(FieldCheck, a_field_left_with_a_wrong_value_turns_the_error_colour) {
@@ -43,14 +43,14 @@ TEST_F(FieldCheck, the_record_is_checked_and_coloured_when_it_is_shown) {
     FormValues form = demoForms().at(0);
     form["NACHNAME"] = "";
     form["GEBDAT"] = "31.02.1961";
+    form["PERSONAL_ID"] = "1234030761"; // Austrian insurance number, check digit 6 would be right
     form["Fehlerhaft"] = "";
     insertRecord(form);
     open();
     EXPECT_EQ(background("NACHNAME"), errorColour);
     EXPECT_EQ(background("GEBDAT"), errorColour);
     EXPECT_EQ(background("VORNAME"), okColour);
-    // PERSONAL_ID has no checks: it keeps the no-check colour.
-    EXPECT_EQ(background("PERSONAL_ID"), noCheckColour);
+    EXPECT_EQ(background("PERSONAL_ID"), warningColour);
 }
 
 TEST_F(FieldCheck, f2_finds_question_marks_or_error_colours_as_f2_was_suchen_says) {

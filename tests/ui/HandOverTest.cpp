@@ -76,6 +76,19 @@ TEST_F(HandOverWindow, ok_on_a_clean_record_exports_it_and_shows_the_next) {
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
+TEST_F(HandOverWindow, keys_typed_and_the_field_corrected_count_in_the_days_statistics) {
+    insertUnread(0);
+    open();
+    field("NACHNAME")->setFocus();
+    key(Qt::Key_F3); // empties the field
+    type("Huber");
+    QTest::mouseClick(okButton(), Qt::LeftButton);
+    const QString stats = QString::fromLatin1(home.readFile("backup/261115/stats/arbeitsplatz_1.txt"));
+    EXPECT_TRUE(stats.contains("Uebergeben=1\r\n")) << stats.toStdString();
+    EXPECT_TRUE(stats.contains("FelderKorrigiert=1\r\n")) << stats.toStdString();
+    EXPECT_TRUE(stats.contains("Tastenanschlaege=6\r\n")) << "F3 and five letters; " << stats.toStdString();
+}
+
 TEST_F(HandOverWindow, f2_with_wie_weit_2_hands_over_a_batch_until_a_record_needs_the_operator) {
     setting("F2_WieWeitSuchen", 2);
     const QVector<FormValues> forms = demoForms();

@@ -146,13 +146,4 @@ TEST_F(WindowWorkflow, captions_follow_the_language_and_the_window_its_stored_pl
     ReloadLanguage();
 }
 
-TEST_F(WindowWorkflow, scanning_says_that_it_is_not_available_here) {
-    const QVector<qint32> records = insertDemoRecords(1);
-    open();
-    QTest::mouseClick(button("buttonScannen"), Qt::LeftButton);
-    EXPECT_TRUE(window->statusBar()->currentMessage().contains("nicht verfügbar"))
-        << window->statusBar()->currentMessage().toStdString();
-    EXPECT_EQ(window->currentRecord(), records[0]);
-}
-
 } // namespace

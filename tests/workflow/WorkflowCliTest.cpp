@@ -84,4 +84,24 @@ TEST_F(AcceptCli, accept_refuses_a_faulty_record_with_the_error_text) {
     EXPECT_EQ(cli({"accept"}).exitCode, 2);
 }
 
+TEST_F(AcceptCli, a_record_with_warnings_is_handed_over_only_with_yes) {
+    FormValues form = demoForms().at(0);
+    form["PERSONAL_ID"] = "1234030761"; // Austrian insurance number, check digit 6 would be right
+    const qint32 odd = insertRecord(form);
+    home.writeFile("images/31901001.tif", "II*");
+    CliRun asked = cli({"accept", QString::number(odd)});
+    EXPECT_EQ(asked.exitCode, 1);
+    EXPECT_TRUE(asked.err.contains("Warnungen zu Beleg:\n  Persönliche Kennnummer passt nicht zu Aufbau und "
+                                   "Prüfziffer der persönlichen Kennnummer des Staates AT"))
+        << asked.err.toStdString();
+    EXPECT_TRUE(asked.err.contains("Die Belegdaten trotzdem übergeben?")) << asked.err.toStdString();
+    EXPECT_EQ(workflowOf(odd), "30/1");
+    EXPECT_FALSE(QFileInfo::exists(home.path("export/31901001.xml")));
+
+    CliRun confirmed = cli({"accept", QString::number(odd), "--yes"});
+    EXPECT_EQ(confirmed.exitCode, 0) << confirmed.err.toStdString();
+    EXPECT_EQ(workflowOf(odd), "");
+    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901001.xml")));
+}
+
 } // namespace

@@ -254,22 +254,25 @@ TEST_F(HandOver, errors_block_without_a_question_and_a_corrected_record_goes) {
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
-// No check command of the master data warns today, so the warning level is handed in directly.
+// Maria Huber's Austrian insurance number with a wrong check digit: the card check warns.
 TEST_F(HandOver, warnings_show_the_list_and_with_yes_the_record_goes_to_40_and_is_exported) {
     execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
     const QVector<qint32> records = insertDemoRecords(2);
+    execSql("UPDATE zvbWerte SET PERSONAL_ID='1234030761' WHERE LfdNr=?", {records[0]});
     home.writeFile("images/31901001.tif", "II*");
     const qint32 n = TakeNextRecord();
-    QString errorText = "\r\nGeburtsdatum liegt lange zurück";
+    QString errorText;
     QString listed;
     messages.queueAnswer(MsgBox::No);
-    EXPECT_FALSE(HandOverDecision(3, errorText, [&](const QString& text) { listed = text; }));
-    EXPECT_EQ(listed, errorText);
+    EXPECT_FALSE(DecideHandOver(errorText, [&](const QString& text) { listed = text; }));
+    EXPECT_EQ(listed, "\r\nPersönliche Kennnummer passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer des "
+                      "Staates AT");
     EXPECT_TRUE(messages.saw("Es gibt noch Warnungen zu diesem Beleg!"));
     EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0");
 
+    errorText.clear();
     messages.queueAnswer(MsgBox::Yes);
-    ASSERT_TRUE(HandOverDecision(3, errorText, nullptr));
+    ASSERT_TRUE(DecideHandOver(errorText, nullptr));
     EXPECT_EQ(errorText, "");
     EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
     EXPECT_FALSE(CompleteHandOver(-1));

@@ -25,8 +25,12 @@ int main(int argc, char* argv[]) {
                                    QStringLiteral("datei"), dataDir + QStringLiteral("/demo/forms.tsv"));
     QCommandLineOption outOption(QStringLiteral("out"), QStringLiteral("Zielordner der Bilder."),
                                  QStringLiteral("ordner"), dataDir + QStringLiteral("/demo/home/images"));
+    // The paper of the scanning demo: SANE's pnm device "scans" PBM files.
+    QCommandLineOption pbmOption(QStringLiteral("pbm"),
+                                 QStringLiteral("Seiten als PBM statt TIFF (für das pnm-Gerät)."));
     parser.addOption(formsOption);
     parser.addOption(outOption);
+    parser.addOption(pbmOption);
     parser.process(app);
 
     QString error;
@@ -42,8 +46,17 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     for (const DemoForm& form : forms) {
-        const QString path = out.filePath(form.bmpName);
         const QImage page = renderForm(formlayout::layoutFor(form.typ), form.values);
+        if (parser.isSet(pbmOption)) {
+            const QString path = out.filePath(QFileInfo(form.bmpName).completeBaseName() + QStringLiteral(".pbm"));
+            if (!page.save(path, "PBM")) {
+                std::fprintf(stderr, "formgen: %s kann nicht geschrieben werden\n", qUtf8Printable(path));
+                return 1;
+            }
+            std::printf("%s\n", qUtf8Printable(path));
+            continue;
+        }
+        const QString path = out.filePath(form.bmpName);
         if (!writeTiffPages(path, {page}, &error)) {
             std::fprintf(stderr, "formgen: %s\n", qUtf8Printable(error));
             return 1;

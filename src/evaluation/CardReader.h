@@ -1,0 +1,60 @@
+// Reads the card on one scanned form page: straightens the page, finds the card's outline and with
+// it the layout (4 or 5) and the form's shift against the defined layout, and reads the card's
+// lines with Tesseract (LSTM, the Latin script model that knows every EU alphabet). Characters the
+// engine is not sure of are written as the escape code "\f", which the import turns into "?".
+// One reader holds one engine: use one reader per thread.
+#pragma once
+
+#include "CardLayouts.h"
+#include <QDate>
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace tesseract {
+class TessBaseAPI;
+}
+struct Pix;
+
+namespace evaluation {
+
+// What a page gave.
+struct PageReading {
+    int typ = 0;     // 4 or 5; 0 when no card was found
+    int offsetX = 0; // the form's shift against its layout, in pixels at 200 dpi
+    int offsetY = 0;
+    QDate receiptDate; // the date in the receipt stamp; invalid when not readable
+    QStringList lines; // the card's raw lines (6 for layout 4, 7 for layout 5), escapes in
+    QString error;     // why the page could not be read at all (file unreadable)
+};
+
+class CardReader {
+public:
+    // minConfidence: characters with a lower confidence (0..100, LSTM confidences of clean print lie
+    // between 96 and 99.7) are written as "\f"; 0 writes
+    // every character as read. separator: the result file's separator, never written inside a value.
+    CardReader(double minConfidence, const QString& separator);
+    ~CardReader();
+    CardReader(const CardReader&) = delete;
+    CardReader& operator=(const CardReader&) = delete;
+
+    // False, with the reason in error(), when the engine or its Latin model could not be loaded.
+    bool ready() const;
+    QString error() const;
+
+    // Reads the page in the TIFF file at path (bitonal or grey, any resolution; the first page).
+    PageReading readPage(const QString& path);
+
+private:
+    QString readRegion(int x, int y, int dx, int dy, Content content);
+    QString escaped(const QString& symbol) const;
+
+    std::unique_ptr<tesseract::TessBaseAPI> api_;
+    double minConfidence_;
+    QString separator_;
+    QString error_;
+};
+
+} // namespace evaluation

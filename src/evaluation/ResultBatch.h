@@ -1,0 +1,24 @@
+// The result file side of the evaluation: one line per page in the layout the import expects, and
+// appending a run's lines so that a run that dies or a full disk never leaves half a line behind.
+#pragma once
+
+#include "CardReader.h"
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+
+namespace evaluation {
+
+// The result line of a page: BMPName, SCANDAT (the receipt date, else scanDate, as DD.MM.YYYY),
+// TYP, BMOffsetX, BMOffsetY, T4_L1..T4_L6, T5_L1..T5_L7, joined by separator. A page without a
+// card gets its name, date and empty card columns, so that the operator still sees it.
+QString resultLine(const QString& bmpName, const QDate& scanDate, const PageReading& reading, const QString& separator);
+
+// Appends lines to the file at path as UTF-8 with CR LF, with a byte-order mark when the file is new
+// or empty. The lines are first written to a temporary file beside it and flushed to disk, then
+// appended in one write and flushed; a failed append is cut back to the file's old end. Returns
+// false with a German message in *error when anything fails; the file is then as it was.
+bool appendLines(const QString& path, const QStringList& lines, QString* error);
+
+} // namespace evaluation

@@ -1,0 +1,147 @@
+// zvscan: the evaluation program. Reads the card on every scanned page (*.tif) of the scan folder
+// (Scan_Pfad) in name order, appends one result line per page to the import file (Import_Datei) and
+// moves each evaluated page into the image folder (APP_Bildpfad), so that no page is read twice and
+// the viewer finds it.
+//   zvscan [--home ORDNER] [/BENUTZER]
+// Settings of tarnvel.ini: [Beleg] Trenner (the result file's separator) and [Auswertung]
+// MinKonfidenz, the confidence (0..100) below which a character is written as unreadable.
+// Exit code 0 on success, 1 after a failure, which is written to the message log.
+#include "CardReader.h"
+#include "ResultBatch.h"
+#include "app/Home.h"
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
+#include "model/ImageFiles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+// Tesseract's LSTM confidences crowd near the top: clean print reads at 96 to 99.7 (the Polish ł
+// lowest), a character half covered by a smudge at about 95. The threshold sits between.
+constexpr double defaultMinConfidence = 95.5;
+
+const QString logSource = QStringLiteral("zvscan");
+
+int fail(const QString& message) {
+    WriteLog(logSource, message);
+    std::fprintf(stderr, "zvscan: %s\n", qUtf8Printable(message));
+    return 1;
+}
+
+// OpenMP reads its limits when the library loads, before main: without the limit in the
+// environment the program starts itself again with it. One thread per engine is faster on few
+// cores than Tesseract's own threads.
+void limitOpenMp(char** argv) {
+    if (qEnvironmentVariableIsSet("OMP_THREAD_LIMIT"))
+        return;
+    ::setenv("OMP_THREAD_LIMIT", "1", 1);
+    ::execv("/proc/self/exe", argv);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    limitOpenMp(argv);
+    QCoreApplication app(argc, argv);
+    QString home;
+    const QStringList args = app.arguments().mid(1);
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        if (args[i] == QLatin1String("--home") && i + 1 < args.size())
+            home = args[++i];
+        else if (!args[i].startsWith(QLatin1Char('/'))) {
+            std::fprintf(stderr, "Aufruf: zvscan [--home ORDNER] [/BENUTZER]\n");
+            return 1;
+        }
+    }
+    resolveHome(home);
+
+    QString scanDir, importFile, imageDir, separator;
+    double minConfidence = defaultMinConfidence;
+    try {
+        scanDir = GetSysText(QStringLiteral("Scan_Pfad"));
+        importFile = GetSysText(QStringLiteral("Import_Datei"));
+        imageDir = GetBildpfad();
+        separator = GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner"));
+        bool ok = false;
+        const double configured =
+            GetIniValue(QStringLiteral("Auswertung"), QStringLiteral("MinKonfidenz")).toDouble(&ok);
+        if (ok && configured >= 0 && configured <= 100)
+            minConfidence = configured;
+    } catch (...) {
+        return fail(QStringLiteral("Die Einstellungen in '%1' sind nicht lesbar.").arg(GetDBPath()));
+    }
+    if (separator.isEmpty())
+        separator = QStringLiteral(",");
+    if (scanDir.isEmpty() || importFile.isEmpty() || imageDir.isEmpty())
+        return fail(QStringLiteral("Scanordner, Importdatei oder Bildordner ist nicht eingestellt."));
+    if (!QFileInfo(imageDir).isDir())
+        return fail(QStringLiteral("Der Bildordner '%1' fehlt.").arg(imageDir));
+
+    const QDir scans(scanDir);
+    const QFileInfoList pages =
+        scans.entryInfoList({QStringLiteral("*.tif"), QStringLiteral("*.TIF")}, QDir::Files, QDir::Name);
+    if (pages.isEmpty())
+        return 0;
+
+    // Pages in parallel, one engine per thread; each page's line lands in its own slot so the
+    // file keeps the name order.
+    QStringList lines(pages.size());
+    QStringList pageErrors(pages.size());
+    std::atomic<qsizetype> next{0};
+    std::atomic<bool> engineMissing{false};
+    QString engineError;
+    const unsigned threads = std::max(1u, std::min(unsigned(pages.size()), std::thread::hardware_concurrency()));
+    std::vector<std::thread> workers;
+    for (unsigned t = 0; t < threads; ++t) {
+        workers.emplace_back([&, t] {
+            evaluation::CardReader reader(minConfidence, separator);
+            if (!reader.ready()) {
+                engineMissing = true;
+                if (t == 0)
+                    engineError = reader.error();
+                return;
+            }
+            for (qsizetype i = next++; i < pages.size(); i = next++) {
+                const QFileInfo& page = pages[i];
+                const evaluation::PageReading reading = reader.readPage(page.filePath());
+                pageErrors[i] = reading.error;
+                lines[i] = evaluation::resultLine(page.fileName(), page.lastModified().date(), reading, separator);
+            }
+        });
+    }
+    for (std::thread& w : workers)
+        w.join();
+    if (engineMissing)
+        return fail(engineError.isEmpty() ? QStringLiteral("Tesseract ist nicht bereit.") : engineError);
+    for (const QString& e : pageErrors)
+        if (!e.isEmpty())
+            WriteLog(logSource, e);
+
+    QString error;
+    if (!evaluation::appendLines(importFile, lines, &error))
+        return fail(error);
+    int moveFailures = 0;
+    for (const QFileInfo& page : pages) {
+        const QString target = QDir(imageDir).filePath(page.fileName());
+        if (QFileInfo::exists(target) || !QFile::rename(page.filePath(), target)) {
+            WriteLog(logSource,
+                     QStringLiteral("Seite '%1' nicht in den Bildordner verschiebbar.").arg(page.filePath()));
+            ++moveFailures;
+        }
+    }
+    if (moveFailures > 0)
+        return fail(QStringLiteral("%1 Seite(n) konnten nicht in den Bildordner '%2' verschoben werden.")
+                        .arg(moveFailures)
+                        .arg(imageDir));
+    return 0;
+}

@@ -1,0 +1,139 @@
+// veridon-cli import killed with SIGKILL at random instants, as a power cut or an operator's
+// kill -9 would stop it. After every kill and after the recovery run that follows it: no line is
+// imported twice or lost, the result file is still there as itself (under its name, as the
+// temporary file or as its backup copy), and the database passes its integrity check.
+
+#include "TempHome.h"
+#include "app/Database.h"
+#include "app/TextFile.h"
+#include "app/mdlDB.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr int linesPerFile = 300;
+
+// A result file of linesPerFile layout 5 cards; every image name carries the batch number.
+QByteArray resultFile(int batch) {
+    QStringList lines;
+    for (int n = 0; n < linesPerFile; ++n)
+        lines << QString("b%1_%2.tif;15.11.2026;5;0;0;;;;;;;EHIC  FR;FR;Dupont;Marie;14/09/1990     290097512;"
+                         "75 - CPAM Paris;80250000001234567890     30/09/2027")
+                     .arg(batch, 3, 10, QChar('0'))
+                     .arg(n, 4, 10, QChar('0'));
+    return encodeText(lines.join("\n") + "\n");
+}
+
+class ImportCrash : public ::testing::Test {
+protected:
+    ImportCrash() {
+        home.writeFile("tarnvel.ini", encodeText("[Beleg]\nTrenner=;\n"));
+        QDir().mkpath(home.path("import"));
+    }
+
+    QString importFile() const { return home.path("import/zvscan.txt"); }
+    QString tempFile() const { return home.path("import/zvscan.tmp"); }
+
+    QProcess* startImport() {
+        auto* process = new QProcess;
+        process->start(VERIDON_CLI, {"--home", home.dir(), "import", importFile()});
+        process->waitForStarted();
+        return process;
+    }
+    int runImport() {
+        std::unique_ptr<QProcess> process(startImport());
+        process->waitForFinished(60000);
+        return process->exitCode();
+    }
+
+    int rowsOf(int batch) const {
+        return CountRows("*", "zvbWerte", QString("BMPName LIKE 'b%1_*'").arg(batch, 3, 10, QChar('0')));
+    }
+    bool integrityOk() const {
+        QSqlQuery q = execSql("PRAGMA integrity_check");
+        return q.next() && q.value(0).toString() == "ok";
+    }
+    // Whether a file of the home (import folder and backup copies) holds exactly these bytes.
+    bool presentAsItself(const QByteArray& bytes) const {
+        QDirIterator files(home.dir(), QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QString path = files.next();
+            if (path.contains("/import/") || path.contains("/backup/")) {
+                QFile f(path);
+                if (f.size() == bytes.size() && f.open(QIODevice::ReadOnly) && f.readAll() == bytes)
+                    return true;
+            }
+        }
+        return false;
+    }
+
+    TempHome home;
+};
+
+TEST_F(ImportCrash, kill_9_at_random_instants_neither_doubles_nor_loses_a_line) {
+    // How long an undisturbed import of one file takes here, so the kills fall across all of it.
+    home.writeFile("import/zvscan.txt", resultFile(0));
+    QElapsedTimer timer;
+    timer.start();
+    ASSERT_EQ(runImport(), 0);
+    const int duration = int(timer.elapsed());
+    ASSERT_EQ(rowsOf(0), linesPerFile);
+
+    QRandomGenerator random(20261123);
+    int kills = 0, beforeMove = 0, whileImporting = 0, afterCommit = 0;
+    int batch = 1;
+    for (; kills < 32 && batch < 120; ++batch) {
+        SCOPED_TRACE(batch);
+        const QByteArray bytes = resultFile(batch);
+        home.writeFile("import/zvscan.txt", bytes);
+        std::unique_ptr<QProcess> process(startImport());
+        QThread::msleep(random.bounded(duration + 1));
+        if (process->state() != QProcess::Running) {
+            process->waitForFinished();
+            EXPECT_EQ(rowsOf(batch), linesPerFile);
+            continue; // it was done before the kill: no kill to count
+        }
+        process->kill(); // SIGKILL
+        process->waitForFinished();
+        ++kills;
+
+        const int rows = rowsOf(batch);
+        EXPECT_TRUE(rows == 0 || rows == linesPerFile) << rows << " rows: a file is committed whole or not at all";
+        EXPECT_TRUE(presentAsItself(bytes)) << "the result file is gone";
+        EXPECT_TRUE(integrityOk());
+        const bool leftAsTemp = QFile::exists(tempFile());
+        if (QFile::exists(importFile()))
+            ++beforeMove;
+        else if (rows == 0)
+            ++whileImporting;
+        else
+            ++afterCommit;
+
+        // Recovery: the operator puts a left temporary file back and imports again. A file that
+        // was committed already is recognised and set aside; any other comes in once.
+        if (leftAsTemp) {
+            ASSERT_TRUE(QFile::rename(tempFile(), importFile()));
+        }
+        if (QFile::exists(importFile()))
+            runImport();
+        EXPECT_EQ(rowsOf(batch), linesPerFile) << "after recovery every line is there exactly once";
+        EXPECT_FALSE(QFile::exists(importFile()));
+        EXPECT_FALSE(QFile::exists(tempFile()));
+        EXPECT_TRUE(presentAsItself(bytes));
+        EXPECT_TRUE(integrityOk());
+    }
+    std::printf("import killed %d times: %d before the move, %d while importing, %d after the commit\n", kills,
+                beforeMove, whileImporting, afterCommit);
+    EXPECT_GE(kills, 30);
+    EXPECT_EQ(CountRows("*", "zvbWerte", ""), batch * linesPerFile) << "no row of any file twice";
+}
+
+} // namespace

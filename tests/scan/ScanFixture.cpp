@@ -1,0 +1,96 @@
+#include "ScanFixture.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <tiffio.h>
+
+void useTestSane() {
+    qputenv("SANE_CONFIG_DIR", VERIDON_SANE_CONFIG);
+}
+
+void writeStandInEvaluation(const TempHome& home, int seconds) {
+    const QString script =
+        QStringLiteral(
+            "#!/bin/sh\n"
+            "sleep %1\n"
+            "cd '%2scan' || exit 1\n"
+            "mkdir -p '%2images' '%2import'\n"
+            "for page in *.tif; do\n"
+            "  [ -e \"$page\" ] || continue\n"
+            "  printf '%s;15.11.2026;4;0;0;EUROPAEISCHE KRANKENVERSICHERUNGSKARTE;|  at;huber;"
+            "Maria      03/07/1961;1234 030761      1100 - OEGK;8004 0001 2345 6789 0123     31|12/2029;;;;;;;\\r\\n'"
+            " \"$page\" >> '%2import/zvscan.txt'\n"
+            "  mv \"$page\" '%2images/'\n"
+            "done\n")
+            .arg(seconds)
+            .arg(home.dir());
+    const QString path = home.writeFile(QStringLiteral("zvscan"), script.toUtf8());
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner);
+}
+
+QStringList scanFolder(const TempHome& home) {
+    return QDir(home.path(QStringLiteral("scan"))).entryList(QDir::Files, QDir::Name);
+}
+
+TiffFacts readTiff(const QString& path) {
+    TiffFacts facts;
+    TIFF* tif = TIFFOpen(QFile::encodeName(path).constData(), "r");
+    if (!tif)
+        return facts;
+    uint16_t compression = 0, bits = 0, photometric = 0;
+    uint32_t width = 0, height = 0;
+    TIFFGetField(tif, TIFFTAG_COMPRESSION, &compression);
+    TIFFGetField(tif, TIFFTAG_IMAGEWIDTH, &width);
+    TIFFGetField(tif, TIFFTAG_IMAGELENGTH, &height);
+    TIFFGetField(tif, TIFFTAG_BITSPERSAMPLE, &bits);
+    TIFFGetField(tif, TIFFTAG_PHOTOMETRIC, &photometric);
+    TIFFGetField(tif, TIFFTAG_XRESOLUTION, &facts.xDpi);
+    TIFFGetField(tif, TIFFTAG_YRESOLUTION, &facts.yDpi);
+    facts.compression = compression;
+    facts.width = int(width);
+    facts.height = int(height);
+    facts.bitsPerSample = bits;
+    if (bits == 1) {
+        QByteArray row(TIFFScanlineSize(tif), '\0');
+        qint64 black = 0;
+        for (uint32_t y = 0; y < height; ++y) {
+            TIFFReadScanline(tif, row.data(), y, 0);
+            for (uint32_t x = 0; x < width; ++x) {
+                const bool set = (uchar(row[x / 8]) >> (7 - x % 8)) & 1;
+                black += photometric == PHOTOMETRIC_MINISWHITE ? set : !set;
+            }
+        }
+        facts.blackShare = double(black) / (double(width) * height);
+    }
+    TIFFClose(tif);
+    return facts;
+}
+
+bool tiffToPbm(const QString& tiff, const QString& pbm) {
+    TIFF* tif = TIFFOpen(QFile::encodeName(tiff).constData(), "r");
+    if (!tif)
+        return false;
+    uint32_t width = 0, height = 0;
+    uint16_t photometric = 0;
+    TIFFGetField(tif, TIFFTAG_IMAGEWIDTH, &width);
+    TIFFGetField(tif, TIFFTAG_IMAGELENGTH, &height);
+    TIFFGetField(tif, TIFFTAG_PHOTOMETRIC, &photometric);
+    QFile out(pbm);
+    if (!out.open(QIODevice::WriteOnly)) {
+        TIFFClose(tif);
+        return false;
+    }
+    out.write(QStringLiteral("P4\n%1 %2\n").arg(width).arg(height).toLatin1());
+    QByteArray row(TIFFScanlineSize(tif), '\0');
+    for (uint32_t y = 0; y < height; ++y) {
+        TIFFReadScanline(tif, row.data(), y, 0);
+        // PBM has 1 for black, as "min is white" does.
+        if (photometric != PHOTOMETRIC_MINISWHITE)
+            for (char& c : row)
+                c = char(~c);
+        out.write(row.constData(), (width + 7) / 8);
+    }
+    TIFFClose(tif);
+    return true;
+}

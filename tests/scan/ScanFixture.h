@@ -1,0 +1,33 @@
+// Scan tests run on SANE's virtual devices through the demo's private SANE configuration, and
+// evaluate with a stand-in for the evaluation program: a script in the home that writes one result
+// line per scanned page and moves the page to the image folder, as the real program does.
+#pragma once
+
+#include "HomeTest.h"
+
+#include <QString>
+#include <QStringList>
+
+// Points SANE at the private configuration; must run before the first scanner is made.
+void useTestSane();
+
+// Writes the stand-in evaluation program "zvscan" into the home. It waits seconds before it
+// starts, then gives every page the surname "Huber" and the page's own name as BMPName.
+void writeStandInEvaluation(const TempHome& home, int seconds = 0);
+
+// The names of the files in the home's scan folder, sorted.
+QStringList scanFolder(const TempHome& home);
+
+struct TiffFacts {
+    int compression = 0;
+    int width = 0;
+    int height = 0;
+    int bitsPerSample = 0;
+    float xDpi = 0;
+    float yDpi = 0;
+    double blackShare = 0; // share of black pixels of a bitonal page
+};
+// What a TIFF file says of itself; compression 0 when it cannot be read.
+TiffFacts readTiff(const QString& path);
+// Writes the first page of a bitonal TIFF as a PBM file, the input of SANE's pnm device.
+bool tiffToPbm(const QString& tiff, const QString& pbm);

@@ -1,0 +1,246 @@
+// The scan sequence on SANE's virtual devices: names of scanned pages, the feeder's pages as
+// group 4 TIFFs, device faults that keep what was scanned, a real image through the pnm device, and
+// the command line without a scanner.
+#include "CliRun.h"
+#include "ScanFixture.h"
+
+#include "app/Database.h"
+#include "app/Errors.h"
+#include "app/mdlDB.h"
+#include "scan/GetScanFile.h"
+#include "scan/ScanSequence.h"
+#include "scan/ScanSettings.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include <tiffio.h>
+
+namespace {
+
+// Records what the sequence told its caller.
+struct RecordingObserver : ScanObserver {
+    QStringList events;
+    std::function<void(int)> afterPage;
+    void acquiring(bool on) override { events << (on ? QStringLiteral("disable") : QStringLiteral("enable")); }
+    void pageSaved(int pages, const QString& path) override {
+        events << QFileInfo(path).fileName();
+        if (afterPage)
+            afterPage(pages);
+    }
+};
+
+QStringList poolNames() {
+    QStringList names;
+    QSqlQuery q = execSql(QStringLiteral("SELECT BMPName, NACHNAME FROM zvbWerte ORDER BY LfdNr"));
+    while (q.next())
+        names << q.value(0).toString() + QLatin1Char(' ') + q.value(1).toString();
+    return names;
+}
+
+class GetScanFileTest : public HomeTest {};
+class ScanSequenceTest : public HomeTest {
+protected:
+    ScanSequenceTest() {
+        useTestSane();
+        scanner = makeScanner();
+        resetVirtualDevice();
+    }
+    // The virtual device keeps its options for the whole process; every home starts it healthy.
+    static void resetVirtualDevice(const QString& fault = QStringLiteral("Default")) {
+        storeScanOptions(QStringLiteral("test:0"), {{QStringLiteral("read-return-value"), fault}});
+    }
+    std::unique_ptr<Scanner> scanner;
+};
+
+} // namespace
+
+TEST_F(GetScanFileTest, names_carry_day_workstation_and_a_counter_that_skips_names_on_disk) {
+    struct Case {
+        const char* what;
+        QDate today;
+        const char* workstation;
+        int storedDay, storedCounter;
+        QStringList onDisk;
+        const char* expected;
+        int counterAfter;
+    } cases[] = {
+        {"first scan of a new day", QDate(2026, 11, 15), "01", 318, 77, {}, "319010001.tif", 2},
+        {"name on disk skipped", QDate(2026, 11, 15), "01", 319, 1, {"319010001.tif"}, "319010002.tif", 3},
+        {"counter 255", QDate(2026, 11, 15), "01", 319, 255, {}, "3190100FF.tif", 256},
+        {"counter 4096", QDate(2026, 11, 15), "01", 319, 4096, {}, "319011000.tif", 4097},
+        {"day 45, workstation 07", QDate(2026, 2, 14), "07", 45, 26, {}, "04507001A.tif", 27},
+        // The same day of the next year goes on with the old counter.
+        {"same day next year", QDate(2027, 11, 15), "01", 319, 9, {}, "319010009.tif", 10},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        clock.set(QDateTime(c.today, QTime(9, 0)));
+        QDir(home.path(QStringLiteral("scan"))).removeRecursively();
+        for (const QString& name : c.onDisk)
+            home.writeFile(QStringLiteral("scan/") + name, "II*");
+        SetSysValues(QStringLiteral("Scan_TagDesJahres"), c.storedDay, QStringLiteral("Scan_NrDesTages"),
+                     c.storedCounter);
+        SetSysValue(QStringLiteral("Scan_RechnerId"), QString::fromLatin1(c.workstation));
+
+        EXPECT_EQ(GetScanFile(), home.path(QStringLiteral("scan/") + QLatin1String(c.expected)));
+        EXPECT_EQ(GetSysValue(QStringLiteral("Scan_NrDesTages")).toInt(), c.counterAfter);
+        EXPECT_EQ(GetSysValue(QStringLiteral("Scan_TagDesJahres")).toInt(), c.today.dayOfYear());
+    }
+}
+
+TEST_F(GetScanFileTest, the_counters_end_is_an_overflow_error) {
+    SetSysValues(QStringLiteral("Scan_TagDesJahres"), 319, QStringLiteral("Scan_NrDesTages"), 32767);
+    try {
+        GetScanFile();
+        ADD_FAILURE() << "no error past counter 32767";
+    } catch (const VeridonError& e) {
+        EXPECT_EQ(e.number(), ErrorNumber::Overflow);
+    }
+    EXPECT_EQ(GetSysValue(QStringLiteral("Scan_NrDesTages")).toInt(), 32767);
+}
+
+TEST_F(ScanSequenceTest, a_feeder_of_pages_becomes_group4_tiffs_at_200_dpi_and_a_new_pool) {
+    execSql(QStringLiteral("INSERT INTO zvbWerte (BMPName, NACHNAME, Workflow_Status) VALUES ('alt.tif', 'Alt', 10)"));
+    writeStandInEvaluation(home);
+    RecordingObserver observer;
+
+    const ScanRun run = RunScanSequence(*scanner, {QStringLiteral("test:0"), {}, 0}, observer);
+
+    // The virtual feeder holds ten sheets.
+    const QStringList names{"319010001.tif", "319010002.tif", "319010003.tif", "319010004.tif", "319010005.tif",
+                            "319010006.tif", "319010007.tif", "319010008.tif", "319010009.tif", "31901000A.tif"};
+    EXPECT_EQ(run.pages, 10);
+    EXPECT_EQ(observer.events, QStringList{"disable"} + names + QStringList{"enable"});
+    EXPECT_TRUE(messages.prompts().isEmpty()) << messages.prompts().join(u'|').toStdString();
+    for (const QString& name : names) {
+        const TiffFacts tiff = readTiff(home.path(QStringLiteral("images/") + name));
+        EXPECT_EQ(tiff.compression, COMPRESSION_CCITTFAX4) << name.toStdString();
+        EXPECT_EQ(tiff.bitsPerSample, 1);
+        EXPECT_FLOAT_EQ(tiff.xDpi, 200.0f);
+        EXPECT_FLOAT_EQ(tiff.yDpi, 200.0f);
+        // A4 at 200 dpi, with the grid drawn on it.
+        EXPECT_NEAR(tiff.width, 1654, 2);
+        EXPECT_NEAR(tiff.height, 2339, 2);
+        EXPECT_GT(tiff.blackShare, 0.001);
+        EXPECT_LT(tiff.blackShare, 0.5);
+    }
+    // The old record is gone; the batch is the pool, in page order.
+    QStringList expectedPool;
+    for (const QString& name : names)
+        expectedPool << name + QStringLiteral(" Huber");
+    EXPECT_EQ(poolNames(), expectedPool);
+    EXPECT_EQ(GetSysValue(QStringLiteral("Scan_NrDesTages")).toInt(), 11);
+}
+
+TEST_F(ScanSequenceTest, device_faults_keep_the_pages_saved_and_say_what_happened) {
+    struct Case {
+        const char* status;
+        int afterPages;
+        const char* says;
+    } cases[] = {
+        {"SANE_STATUS_JAMMED", 2, "Papierstau"},
+        {"SANE_STATUS_COVER_OPEN", 2, "Abdeckung des Scanners ist offen"},
+        {"SANE_STATUS_IO_ERROR", 2, "antwortet nicht mehr"},
+        {"SANE_STATUS_NO_DOCS", 0, "keine Belege"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.status);
+        TempHome caseHome;
+        messages.clear();
+        writeStandInEvaluation(caseHome);
+        RecordingObserver observer;
+        const QString fault = QString::fromLatin1(c.status);
+        resetVirtualDevice(c.afterPages == 0 ? fault : QStringLiteral("Default"));
+        execSql(
+            QStringLiteral("INSERT INTO zvbWerte (BMPName, NACHNAME, Workflow_Status) VALUES ('alt.tif', 'Alt', 10)"));
+        observer.afterPage = [&](int pages) {
+            QString error;
+            if (pages == c.afterPages) {
+                ASSERT_TRUE(scanner->setOption(QStringLiteral("read-return-value"), fault, error))
+                    << error.toStdString();
+            }
+        };
+
+        const ScanRun run = RunScanSequence(*scanner, {QStringLiteral("test:0"), {}, 0}, observer);
+
+        EXPECT_EQ(run.pages, c.afterPages);
+        ASSERT_EQ(messages.prompts().size(), 1);
+        EXPECT_TRUE(messages.saw(QLatin1String(c.says))) << messages.prompts().first().toStdString();
+        if (c.afterPages > 0) {
+            EXPECT_TRUE(messages.saw(QStringLiteral("Die 2 ")));
+        }
+        // The pages before the fault are evaluated and make the pool; without a page the evaluation
+        // does not run and the pool stays.
+        const QStringList expectedPool =
+            c.afterPages > 0 ? QStringList{"319010001.tif Huber", "319010002.tif Huber"} : QStringList{"alt.tif Alt"};
+        EXPECT_EQ(poolNames(), expectedPool);
+        EXPECT_EQ(QDir(caseHome.path(QStringLiteral("images"))).entryList({QStringLiteral("*.tif")}).size(),
+                  c.afterPages);
+        EXPECT_EQ(observer.events.last(), QStringLiteral("enable"));
+    }
+}
+
+TEST_F(ScanSequenceTest, the_pnm_device_scans_a_rendered_form_pixel_for_pixel) {
+    const QString form = QStringLiteral(VERIDON_DATA_DIR "/demo/home/images/31901001.tif");
+    const QString pbm = home.path(QStringLiteral("vorlage.pbm"));
+    ASSERT_TRUE(tiffToPbm(form, pbm));
+    storeScanOptions(QStringLiteral("pnm:0"), {{QStringLiteral("filename"), pbm}});
+    chooseScanDevice(QStringLiteral("pnm:0"));
+    writeStandInEvaluation(home);
+    RecordingObserver observer;
+
+    const ScanRun run = RunScanSequence(*scanner, {}, observer);
+
+    EXPECT_EQ(run.pages, 1);
+    const TiffFacts original = readTiff(form);
+    const TiffFacts scanned = readTiff(home.path(QStringLiteral("images/319010001.tif")));
+    EXPECT_EQ(scanned.compression, COMPRESSION_CCITTFAX4);
+    EXPECT_FLOAT_EQ(scanned.xDpi, 200.0f);
+    EXPECT_EQ(scanned.width, original.width);
+    EXPECT_EQ(scanned.height, original.height);
+    EXPECT_DOUBLE_EQ(scanned.blackShare, original.blackShare);
+    EXPECT_EQ(poolNames(), QStringList{"319010001.tif Huber"});
+}
+
+TEST_F(ScanSequenceTest, a_page_that_cannot_be_saved_stops_the_feeder_and_keeps_the_pool) {
+    execSql(QStringLiteral("INSERT INTO zvbWerte (BMPName, NACHNAME, Workflow_Status) VALUES ('alt.tif', 'Alt', 10)"));
+    // The scan folder lies below a file, so it cannot be made.
+    SetSysValue(QStringLiteral("Scan_Pfad"), home.path(QStringLiteral("data.mdb/scan")));
+    writeStandInEvaluation(home);
+    RecordingObserver observer;
+
+    const ScanRun run = RunScanSequence(*scanner, {QStringLiteral("test:0"), {}, 0}, observer);
+
+    EXPECT_EQ(run.pages, 0);
+    EXPECT_EQ(run.end, ScanEnd::Cancelled);
+    EXPECT_FALSE(run.evaluated);
+    ASSERT_EQ(messages.prompts().size(), 1);
+    EXPECT_TRUE(messages.saw(QStringLiteral("LEAD1_TwainPage()")));
+    EXPECT_EQ(poolNames(), QStringList{"alt.tif Alt"});
+}
+
+TEST_F(ScanSequenceTest, command_line_lists_devices_and_without_one_evaluates_what_is_in_the_folder) {
+    useTestSane();
+    const QString homeArg = home.dir();
+    const CliRun devices = runCli({QStringLiteral("--home"), homeArg, QStringLiteral("devices")});
+    EXPECT_EQ(devices.exitCode, 0) << devices.err.toStdString();
+    EXPECT_TRUE(devices.out.contains(QStringLiteral("pnm:0"))) << devices.out.toStdString();
+    EXPECT_TRUE(devices.out.contains(QStringLiteral("test:0")));
+
+    // A SANE without backends: no scanner at all. A page left from an earlier run is evaluated.
+    QTemporaryDir noBackends;
+    QFile(noBackends.filePath(QStringLiteral("dll.conf"))).open(QIODevice::WriteOnly);
+    qputenv("SANE_CONFIG_DIR", noBackends.path().toLocal8Bit());
+    home.writeFile(QStringLiteral("scan/319010001.tif"), "II*");
+    writeStandInEvaluation(home);
+    const CliRun scan = runCli({QStringLiteral("--home"), homeArg, QStringLiteral("scan")});
+    useTestSane();
+
+    EXPECT_EQ(scan.exitCode, 1);
+    EXPECT_TRUE(scan.err.contains(QStringLiteral("Kein TWAIN kompatibles Gerät gefunden"))) << scan.err.toStdString();
+    EXPECT_TRUE(scan.out.contains(QStringLiteral("319010001.tif"))) << scan.out.toStdString();
+    EXPECT_TRUE(scan.out.contains(QStringLiteral("Huber")));
+}

@@ -1,0 +1,154 @@
+// Operator statistics: a morning's work through the real hand-over and discard counts into the
+// day's stats file; a locked or unwritable file or backup switched off never stops the work; the
+// command line shows the figures of the days asked for.
+
+#include "admin/OperatorStats.h"
+#include "CliRun.h"
+#include "DemoRecords.h"
+#include "HomeTest.h"
+#include "app/Database.h"
+#include "app/TextFile.h"
+#include "model/FormModel.h"
+#include "model/mdlWorkflow.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+
+namespace {
+
+class OperatorStats : public HomeTest {
+protected:
+    OperatorStats() {
+        execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
+        FelderArray().Fill();
+        records = insertDemoRecords(4);
+        for (const char* image : {"31901001.tif", "31901002.tif", "31901003.tif", "31901004.tif"})
+            home.writeFile(QString("images/") + image, "II*");
+    }
+    ~OperatorStats() override {
+        WerteArray().Clear();
+        FelderArray().EmptyArray();
+    }
+    void at(int hour, int minute) { clock.set(QDateTime(QDate(2026, 11, 15), QTime(hour, minute))); }
+    void typeKeys(int count) {
+        for (int i = 0; i < count; ++i)
+            noteKeystroke();
+    }
+    // Takes the next record, lets edit change it, and hands it over as "OK / übergeben" does.
+    void handOverNext(const std::function<void()>& edit) {
+        const qint32 n = TakeNextRecord();
+        ASSERT_GE(n, 0);
+        edit();
+        QString errors;
+        ASSERT_TRUE(DecideHandOver(errors, nullptr)) << errors.toStdString();
+        ASSERT_TRUE(CompleteHandOver(n));
+    }
+    QString statsFile() const { return home.path("backup/261115/stats/arbeitsplatz_1.txt"); }
+    QStringList statsLines() const {
+        QStringList lines;
+        readTextLines(statsFile(), lines);
+        return lines;
+    }
+    QString log() const { return QString::fromLatin1(home.readFile("zvMsgLog.txt")); }
+
+    QVector<qint32> records;
+};
+
+TEST_F(OperatorStats, a_mornings_work_is_counted_for_the_workstation_and_the_day) {
+    at(10, 30);
+    handOverNext([&] {
+        WerteArray().SetValue("NACHNAME", "Hüber"); // two fields corrected
+        WerteArray().SetValue("VORNAME", "Marie");
+        typeKeys(12);
+        at(10, 32);
+    });
+    handOverNext([&] { // a clean record only looked at
+        typeKeys(3);
+        at(10, 33);
+    });
+    ASSERT_GE(TakeNextRecord(), 0);
+    WerteArray().SetValue("NACHNAME", "Dupond"); // corrections of a discarded record do not count
+    typeKeys(4);
+    at(10, 34);
+    ASSERT_TRUE(DiscardRecord(records[2], true));
+
+    EXPECT_EQ(statsLines(), (QStringList{"Arbeitsplatz=1", "Datum=15.11.2026", "Uebergeben=2", "Verworfen=1",
+                                         "FelderKorrigiert=2", "Tastenanschlaege=19", "Arbeitssekunden=240"}));
+    const QVector<OperatorDay> days = readOperatorDays(1);
+    ASSERT_EQ(days.size(), 1);
+    EXPECT_DOUBLE_EQ(days[0].keystrokesPerRecord(), 19.0 / 3.0);
+    EXPECT_DOUBLE_EQ(days[0].recordsPerHour(), 30.0) << "two records in four minutes";
+
+    // A record left on screen over lunch counts half an hour, not the break.
+    handOverNext([&] { at(13, 0); });
+    EXPECT_TRUE(statsLines().contains("Arbeitssekunden=2040")) << statsLines().join('|').toStdString();
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+}
+
+TEST_F(OperatorStats, a_locked_or_unwritable_file_or_backup_off_costs_the_count_but_never_the_hand_over) {
+    at(10, 30);
+    handOverNext([] {});
+    const QStringList before = statsLines();
+    ASSERT_TRUE(before.contains("Uebergeben=1"));
+    {
+        QLockFile other(statsFile() + ".lock"); // another program of this workstation writes
+        ASSERT_TRUE(other.tryLock(0));
+        handOverNext([] {});
+    }
+    EXPECT_EQ(statsLines(), before);
+    EXPECT_TRUE(log().contains("gesperrt; der Beleg wird nicht gezählt")) << log().toStdString();
+    EXPECT_EQ(workflowOf(records[1]), "") << "handed over and exported all the same";
+
+    // A file that cannot be replaced (a folder in its place) keeps nothing and stops nothing.
+    QFile::remove(statsFile());
+    ASSERT_TRUE(QDir().mkpath(statsFile()));
+    EXPECT_FALSE(keepRecordWork(RecordWork{}, true));
+    EXPECT_TRUE(log().contains("kann nicht geschrieben werden")) << log().toStdString();
+    ASSERT_TRUE(QDir(statsFile()).removeRecursively());
+
+    execSql("UPDATE zvbSys SET Backup_Enabled='0'");
+    handOverNext([] {});
+    EXPECT_FALSE(QFileInfo::exists(statsFile())) << "no backup, no statistics";
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+}
+
+TEST(OperatorStatsCli, accept_and_discard_count_and_stats_shows_the_days_asked_for) {
+    TempHome home;
+    for (const FormValues& form : demoForms().mid(0, 2))
+        insertRecord(form);
+    home.writeFile("images/31901001.tif", "II*");
+    home.writeFile("images/31901002.tif", "II*");
+    execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
+    // Yesterday's figures of workstation 2, one of them damaged by hand.
+    const QDate yesterday = QDate::currentDate().addDays(-1);
+    home.writeFile("backup/" + yesterday.toString("yyMMdd") + "/stats/arbeitsplatz_2.txt",
+                   "Uebergeben=viele\r\nVerworfen=0\r\nFelderKorrigiert=5\r\nTastenanschlaege=90\r\n"
+                   "Arbeitssekunden=1800\r\n");
+    closeDatabase();
+    const auto cli = [&](QStringList args) {
+        return runCli(QStringList{"--home", home.dir()} + args);
+    };
+    ASSERT_EQ(cli({"accept", "1"}).exitCode, 0);
+    ASSERT_EQ(cli({"discard", "2"}).exitCode, 0);
+
+    const CliRun two = cli({"stats", "--days", "2"});
+    EXPECT_EQ(two.exitCode, 0) << two.err.toStdString();
+    const QString header =
+        "Datum\tArbeitsplatz\tÜbergeben\tVerworfen\tFelder korrigiert\tAnschläge je Beleg\tBelege je Stunde\n";
+    const QStringList lines = two.out.split('\n');
+    ASSERT_EQ(lines.size(), 4) << two.out.toStdString();
+    EXPECT_EQ(lines[0] + '\n', header);
+    EXPECT_EQ(lines[1], yesterday.toString("dd.MM.yyyy") + "\t2\t0\t0\t5\t0,0\t0,0");
+    // Records per hour depends on how long the command took: only the counts are fixed.
+    EXPECT_TRUE(lines[2].startsWith(QDate::currentDate().toString("dd.MM.yyyy") + "\t1\t1\t1\t0\t0,0\t"))
+        << lines[2].toStdString();
+    EXPECT_TRUE(QString::fromLatin1(home.readFile("zvMsgLog.txt")).contains("'Uebergeben=viele' ist kein Zählerstand"));
+
+    EXPECT_EQ(cli({"stats"}).out.count('\n'), 3) << "seven days by default";
+    EXPECT_EQ(cli({"stats", "--days", "1"}).out.count('\n'), 2);
+    EXPECT_EQ(cli({"stats", "--days", "0"}).exitCode, 2);
+    EXPECT_EQ(cli({"stats", "--days"}).exitCode, 2);
+}
+
+} // namespace
