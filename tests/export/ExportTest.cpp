@@ -79,7 +79,9 @@ TEST_F(Export, values_with_markup_characters_still_give_well_formed_xml) {
     EXPECT_TRUE(bytes.contains("erfasst=\"2026-11-1&quot;\"")) << "a quote in an attribute value";
 }
 
-TEST_F(Export, only_records_in_state_20_or_40_leave_in_running_number_order) {
+// A record found in 41 without its hidden XML file was handed over before an interruption: it is
+// finished (image and row removed), not written again.
+TEST_F(Export, records_in_20_or_40_leave_in_running_number_order_and_one_left_in_41_is_finished) {
     RecordingProgress progress;
     acceptedForm(0, {{"Workflow_Status", 10}});
     acceptedForm(1);
@@ -88,12 +90,15 @@ TEST_F(Export, only_records_in_state_20_or_40_leave_in_running_number_order) {
     acceptedForm(4, {{"Workflow_Status", 41}});
     ExportZVBWerte();
 
-    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files), (QStringList{"31901002.xml", "31901004.xml"}));
-    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status IN (10, 30, 41)"), 3) << "the others stay as they were";
-    EXPECT_EQ(records(), 3);
-    EXPECT_EQ(progress.texts, (QStringList{"Export von korrigierten Daten: 0", "Export von korrigierten Daten: 1",
-                                           "Export von korrigierten Daten: 2", ""}));
-    EXPECT_EQ(progress.last, (QPair<qint64, qint64>{2, 2}));
+    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files | QDir::Hidden),
+              (QStringList{"31901002.xml", "31901004.xml"}));
+    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status IN (10, 30)"), 2) << "the others stay as they were";
+    EXPECT_EQ(records(), 2);
+    EXPECT_FALSE(exists("images/31901005.tif"));
+    EXPECT_EQ(progress.texts,
+              (QStringList{"Export von korrigierten Daten: 0", "Export von korrigierten Daten: 1",
+                           "Export von korrigierten Daten: 2", "Export von korrigierten Daten: 3", ""}));
+    EXPECT_EQ(progress.last, (QPair<qint64, qint64>{3, 3}));
 }
 
 TEST_F(Export, nothing_ready_writes_nothing_and_shows_no_progress) {
@@ -152,15 +157,36 @@ TEST_F(Export, a_record_that_cannot_be_written_keeps_its_state_and_image_and_lea
     EXPECT_EQ(records(), 0);
 }
 
-TEST_F(Export, a_missing_template_is_reported_for_each_record_and_nothing_is_lost) {
-    QFile::remove(home.path("default.xml"));
+// The template is checked once, before any record is touched: a missing, empty or malformed one
+// stops the pass with one message, and records and images stay.
+TEST_F(Export, an_unusable_template_stops_the_pass_before_any_record_is_touched) {
+    const struct {
+        const char* name;
+        QByteArray bytes; // empty: no file
+        const char* reason;
+    } cases[] = {
+        {"missing", "", "kann nicht gelesen werden"},
+        {"empty", "  \r\n\r\n", "Die Vorlage ist leer."},
+        {"unclosed element", "<Uebergabe>\r\n  %NACHNAME%\r\n", "kein gültiges XML"},
+        {"text only", "%NACHNAME%;%VORNAME%\r\n", "kein gültiges XML"},
+    };
     acceptedForm(0);
     acceptedForm(1);
-    ExportZVBWerte();
-    EXPECT_EQ(messages.messages().size(), 2);
-    EXPECT_TRUE(messages.saw("default.xml"));
-    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=40"), 2);
-    EXPECT_TRUE(QDir(home.path("export")).isEmpty());
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        QFile::remove(home.path("default.xml"));
+        if (!c.bytes.isEmpty())
+            home.writeFile("default.xml", c.bytes);
+        messages.clear();
+        ExportZVBWerte();
+        ASSERT_EQ(messages.messages().size(), 1);
+        EXPECT_TRUE(messages.saw("ExportZVBWerte()"));
+        EXPECT_TRUE(messages.saw("default.xml"));
+        EXPECT_TRUE(messages.saw(c.reason)) << messages.prompts().join("|").toStdString();
+        EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=40"), 2);
+        EXPECT_TRUE(QDir(home.path("export")).isEmpty());
+        EXPECT_TRUE(exists("images/31901001.tif") && exists("images/31901002.tif"));
+    }
 }
 
 TEST_F(Export, without_an_export_folder_setting_nothing_is_written_anywhere) {
