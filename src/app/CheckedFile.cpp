@@ -107,12 +107,13 @@ QString folderOf(const QString& path) {
     return QFileInfo(path).absolutePath();
 }
 
-// Writes bytes into a new or truncated file at path; on failure removes it and throws.
-void writeInto(const QString& path, const QByteArray& bytes, bool sync) {
+// Writes bytes into a new or truncated file at path; on failure removes it and throws, naming
+// shownPath (the file the operator knows of).
+void writeInto(const QString& path, const QByteArray& bytes, bool sync, const QString& shownPath) {
     const QByteArray name = nativeName(path);
     const int fd = ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     if (fd < 0)
-        failWrite(path, errno);
+        failWrite(shownPath, errno);
     int error = writeAll(fd, bytes);
     if (error == 0 && sync && ::fsync(fd) != 0)
         error = errno;
@@ -120,7 +121,7 @@ void writeInto(const QString& path, const QByteArray& bytes, bool sync) {
         error = errno;
     if (error != 0) {
         ::unlink(name.constData());
-        failWrite(path, error);
+        failWrite(shownPath, error);
     }
 }
 
@@ -136,14 +137,14 @@ void finish(const QString& path, Durability durability, SyncBatch* batch) {
 } // namespace
 
 void writeNewFileChecked(const QString& path, const QByteArray& bytes, Durability durability, SyncBatch* batch) {
-    writeInto(path, bytes, durability == Durability::Synced);
+    writeInto(path, bytes, durability == Durability::Synced, path);
     finish(path, durability, batch);
 }
 
 void writeFileChecked(const QString& path, const QByteArray& bytes, Durability durability, SyncBatch* batch) {
     const QFileInfo info(path);
     const QString part = info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".part");
-    writeInto(part, bytes, durability == Durability::Synced);
+    writeInto(part, bytes, durability == Durability::Synced, path);
     if (::rename(nativeName(part).constData(), nativeName(path).constData()) != 0) {
         const int error = errno;
         ::unlink(nativeName(part).constData());
