@@ -26,8 +26,8 @@ public:
     bool runAndKill(const QStringList& args) {
         const int delay = std::uniform_int_distribution<int>(minimumMs, std::max(minimumMs, windowMs_))(generator_);
         QProcess process;
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         process.setStandardOutputFile(QProcess::nullDevice());
+        process.setStandardErrorFile(QProcess::nullDevice());
         QElapsedTimer timer;
         timer.start();
         process.start(QStringLiteral(VERIDON_CLI), args);
