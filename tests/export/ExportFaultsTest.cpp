@@ -46,7 +46,7 @@ TEST_F(ExportFaults, image_names_that_leave_the_image_folder_are_never_copied_or
     const QByteArray database = home.readFile("data.mdb");
     home.writeFile("images/sub/x.tif", "II* fremd");
     home.writeFile("nebenan.tif", "II* nebenan");
-    for (const QString& name : {"../data.mdb", "sub/x.tif", "sub\\x.tif", "..", "c:nebenan.tif", "../nebenan.tif"}) {
+    for (const char* name : {"../data.mdb", "sub/x.tif", "sub\\x.tif", "..", "c:nebenan.tif", "../nebenan.tif"}) {
         RowValues row = demoForm(0);
         row.insert("Workflow_Status", 40);
         row.insert("BMPName", name);
