@@ -4,6 +4,7 @@
 #include "ImageFiles.h"
 #include "admin/OperatorStats.h"
 #include "admin/mdlBackup.h"
+#include "app/CheckedFile.h"
 #include "app/Database.h"
 #include "app/PoolConnection.h"
 #include "app/mdlDB.h"
@@ -39,12 +40,8 @@ void keepDiscardedImage(const QString& imageFile, const QString& bmpName) {
     const QString folder = GetBackupDir(BackupKind::Images, true);
     if (folder.isEmpty())
         return;
-    const QString copy = folder + DiscardedImageName(bmpName);
-    QFile::remove(copy);
-    if (!QFile::copy(imageFile, copy))
-        throw VeridonError(ErrorNumber::PathNotFound,
-                           QStringLiteral("Die Bilddatei '%1' konnte nicht nach '%2' gesichert werden.")
-                               .arg(QDir::toNativeSeparators(imageFile), QDir::toNativeSeparators(copy)));
+    // Checked, synced and read back: the image is deleted right after, so the copy must be good.
+    copyFileChecked(imageFile, folder + DiscardedImageName(bmpName));
 }
 
 // Deletes the record's image when its name is a bare file name. A file that cannot be deleted is
