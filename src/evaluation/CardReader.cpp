@@ -22,12 +22,17 @@ constexpr int pageDpi = 200;
 // A run of ink at least this long is a card edge: the card is 1160 px wide or more, the longest
 // other rule of the form about 650 px.
 constexpr int minEdgeRun = 850;
-// Where the top edge's straight run begins against the card's outline (the rounded corner), and
-// the first inked row of the edge against the outline (the frame's pen is centred on it).
-constexpr int cornerInset = 30;
-constexpr int edgeAbove = 2;
+// The shortest straight run of the card's left side (the card is 660 px high or more).
+constexpr int minSideRun = 450;
+// The first inked row and column of the frame against the outline: the frame's pen is centred on it.
+constexpr int edgeOutside = 2;
 // How far a form may be shifted and still be recognised.
 constexpr int maxShift = 150;
+// The widest gap between the words of one value: about two letters of the card's type.
+constexpr int maxWordGap = 45;
+// The narrowest gap between two characters that is a blank (a blank of the card's type is about 11
+// pixels, the space between letters 2 to 5).
+constexpr int minBlank = 9;
 
 struct PixDeleter {
     void operator()(Pix* p) const { pixDestroy(&p); }
@@ -58,30 +63,60 @@ PixPtr loadPage(const QString& path, QString* error) {
     return grey;
 }
 
+// Whether the bitonal page holds ink at (x, y) or at a neighbour across the line's direction, so
+// that an edge drifting by a pixel along its length stays one run.
+bool inkNear(Pix* bitonal, int x, int y, bool horizontal) {
+    const int wpl = pixGetWpl(bitonal);
+    l_uint32* data = pixGetData(bitonal);
+    for (int d = -1; d <= 1; ++d) {
+        const int px = horizontal ? x : x + d, py = horizontal ? y + d : y;
+        if (GET_DATA_BIT(data + py * wpl, px))
+            return true;
+    }
+    return false;
+}
+
+// Whether the line at position `at` (a row when horizontal, else a column) holds, between from and
+// to, a run of ink at least minLength long. Gaps of a few pixels (toner loss) do not end a run, but
+// a run must be nearly all ink: lines of text have far more white between their letters.
+bool holdsEdge(Pix* bitonal, int at, int from, int to, int minLength, bool horizontal) {
+    constexpr int maxGap = 6;
+    int runStart = -1, lastInk = -1, inkCount = 0;
+    for (int p = from; p < to; ++p) {
+        if (!(horizontal ? inkNear(bitonal, p, at, true) : inkNear(bitonal, at, p, false)))
+            continue;
+        if (runStart < 0 || p - lastInk > maxGap) {
+            runStart = p;
+            inkCount = 0;
+        }
+        lastInk = p;
+        ++inkCount;
+        if (lastInk - runStart >= minLength && inkCount * 10 >= (lastInk - runStart) * 9)
+            return true;
+    }
+    return false;
+}
+
 struct Edge {
     int left = -1, top = -1;
 };
 
-// The first row holding a run of ink of at least minEdgeRun pixels, and where the run starts.
-Edge findTopEdge(Pix* grey) {
-    const int w = int(pixGetWidth(grey)), h = int(pixGetHeight(grey));
-    const int wpl = pixGetWpl(grey);
-    l_uint32* data = pixGetData(grey);
-    for (int y = 0; y < h; ++y) {
-        l_uint32* line = data + y * wpl;
-        int runStart = -1;
-        for (int x = 0; x <= w; ++x) {
-            const bool ink = x < w && GET_DATA_BYTE(line, x) < 128;
-            if (ink && runStart < 0)
-                runStart = x;
-            if (!ink && runStart >= 0) {
-                if (x - runStart >= minEdgeRun)
-                    return {runStart, y};
-                runStart = -1;
-            }
-        }
-    }
-    return {};
+// The card's top left corner as the first rows and columns of its frame: the first row holding a
+// run of ink as long as the card is wide, and below it the first column holding one as long as the
+// card's side (the rounded corners shorten both runs).
+Edge findCard(Pix* bitonal) {
+    const int w = int(pixGetWidth(bitonal)), h = int(pixGetHeight(bitonal));
+    Edge edge;
+    for (int y = 1; y < h - 1 && edge.top < 0; ++y)
+        if (holdsEdge(bitonal, y, 0, w, minEdgeRun, true))
+            edge.top = y + 1;
+    if (edge.top < 0)
+        return {};
+    const int bottom = std::min(h, edge.top + 600);
+    for (int x = 1; x < w - 1 && edge.left < 0; ++x)
+        if (holdsEdge(bitonal, x, edge.top, bottom, minSideRun, false))
+            edge.left = x + 1;
+    return edge.left < 0 ? Edge{} : edge;
 }
 
 const char* whitelistOf(Content content) {
@@ -151,6 +186,7 @@ QString CardReader::readRegion(int x, int y, int dx, int dy, Content content) {
     if (api_->Recognize(nullptr) != 0)
         return {};
     QString text;
+    int lastRight = -1;
     std::unique_ptr<tesseract::ResultIterator> it(api_->GetIterator());
     if (!it)
         return {};
@@ -158,8 +194,17 @@ QString CardReader::readRegion(int x, int y, int dx, int dy, Content content) {
         std::unique_ptr<char[]> symbol(it->GetUTF8Text(tesseract::RIL_SYMBOL));
         if (!symbol)
             continue;
-        if (it->IsAtBeginningOf(tesseract::RIL_WORD) && !text.isEmpty())
+        // A value is one run of words; anything after a gap wider than a few letters is a stain or
+        // the card's print beside the value. A blank goes where the engine starts a word or where
+        // the gap between two characters is as wide as a blank of the card's type (the engine
+        // glues "1 -" into one word).
+        int left = 0, top = 0, right = 0, bottom = 0;
+        it->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
+        if (lastRight >= 0 && left - lastRight > maxWordGap)
+            break;
+        if (!text.isEmpty() && (it->IsAtBeginningOf(tesseract::RIL_WORD) || left - lastRight >= minBlank))
             text += QLatin1Char(' ');
+        lastRight = right;
         const QString s = QString::fromUtf8(symbol.get());
         const bool doubtful =
             it->Confidence(tesseract::RIL_SYMBOL) < minConfidence_ || (content == Content::Name && !possibleInName(s));
@@ -173,10 +218,19 @@ PageReading CardReader::readPage(const QString& path) {
     PixPtr page = loadPage(path, &reading.error);
     if (!page)
         return reading;
-    const Edge edge = findTopEdge(page.get());
+    // The engine and the edge search work on a clean black-and-white page: cut at the middle grey,
+    // specks dropped (components no larger than 2 x 2 pixels; the dot of an i or an umlaut is larger).
+    PixPtr bitonal(pixConvertTo1(page.get(), 128));
+    PixPtr clean(bitonal ? pixSelectBySize(bitonal.get(), 2, 2, 8, L_SELECT_IF_EITHER, L_SELECT_IF_GT, nullptr)
+                         : nullptr);
+    if (!clean) {
+        reading.error = QStringLiteral("Das Bild '%1' ist nicht auswertbar.").arg(path);
+        return reading;
+    }
+    const Edge edge = findCard(clean.get());
     const CardLayout* layout = nullptr;
     for (const CardLayout& candidate : cardLayouts()) {
-        const int dx = edge.left - cornerInset - candidate.card.x, dy = edge.top + edgeAbove - candidate.card.y;
+        const int dx = edge.left + edgeOutside - candidate.card.x, dy = edge.top + edgeOutside - candidate.card.y;
         if (edge.top >= 0 && std::abs(dx) <= maxShift && std::abs(dy) <= maxShift) {
             layout = &candidate;
             reading.offsetX = dx;
@@ -187,7 +241,7 @@ PageReading CardReader::readPage(const QString& path) {
         return reading;
     reading.typ = layout->typ;
     api_->SetPageSegMode(tesseract::PSM_SINGLE_LINE);
-    api_->SetImage(page.get());
+    api_->SetImage(clean.get());
     api_->SetSourceResolution(pageDpi);
     const auto read = [&](const Region& r, Content content) {
         return readRegion(r.x + reading.offsetX, r.y + reading.offsetY, r.dx, r.dy, content);

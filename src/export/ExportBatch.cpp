@@ -329,11 +329,9 @@ void ExportBatch::finish(bool printing) {
     transaction.commit();
 }
 
-int ExportBatch::run(bool printing) {
+int ExportBatch::handOver(bool printing) {
     if (items_.isEmpty())
         return 0;
-    if (!writeAhead())
-        return -1;
     try {
         keepCopies();
         finish(printing);

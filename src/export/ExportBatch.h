@@ -43,11 +43,17 @@ public:
     void addIfHandedOver(const QSqlRecord& record);
     int size() const { return int(items_.size()); }
 
-    // Runs the steps above for every record added. With printing, the records handed over now get
-    // their report when one is due. Returns the number of records finished and deleted, or -1 after
-    // a reported failure ("ExportRecord_XML()" up to the state change, "ExportCleanup()" after it),
-    // which ends the pass: the records keep their state and their files are left for the next pass.
-    int run(bool printing);
+    // Step 1 for every record added: writes the XML of the records in 20 or 40 under their hidden
+    // names, syncs them and raises their state (inside the caller's transaction, when one is open:
+    // it commits). A record whose state changed meanwhile is dropped. Returns false after a failure
+    // reported as "ExportRecord_XML()": the hidden files written are removed, no state is raised.
+    bool writeAhead();
+
+    // Steps 2 to 4 once writeAhead succeeded and its transaction is committed. With printing, the
+    // records handed over now get their report when one is due. Returns the number of records
+    // finished and deleted, or -1 after a failure reported as "ExportCleanup()": the records stay in
+    // 21 or 41 with their files, for the next pass. Either failure ends the pass.
+    int handOver(bool printing);
 
 private:
     struct Item {
@@ -62,7 +68,6 @@ private:
         bool handedOver = false; // the hidden file was renamed in an earlier run
     };
 
-    bool writeAhead();
     void keepCopies();
     void finish(bool printing);
     QByteArray xmlOf(const Item& item) const;

@@ -6,6 +6,7 @@
 #include "admin/mdlBackup.h"
 #include "app/CheckedFile.h"
 #include "app/Database.h"
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
@@ -152,7 +153,8 @@ bool SaveWithStatus(qint32 n, qint16 status) {
     if (n < 0)
         return false;
     return RunReported(QStringLiteral("SaveWithStatus"), [&] {
-        WerteArray().EmptyArray(n);
+        // A write-back that fails (the pool's server gone) stops here with the values still in hand.
+        WerteArray().WriteBackOrThrow(n);
         WerteArray().Clear();
         execSql(QStringLiteral("UPDATE ") + GetValuesTable() + QStringLiteral(" SET Workflow_Status=") +
                 QString::number(status) + QStringLiteral(", Workflow_KorrID=0 WHERE lfdnr=") + number(n));
@@ -218,6 +220,12 @@ bool ConfirmLeave(qint32 n) {
     if (n < 0)
         return true;
     return ShowMessage(Msg::AskAppExit, MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2) == MsgBox::Yes;
+}
+
+int EmptyPoolForScan() {
+    if (homeUsesPool())
+        return 0;
+    return execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
 }
 
 int DeleteFolderImages() {

@@ -85,5 +85,11 @@ bool CompleteHandOver(qint32 number);
 // on screen (number < 0).
 bool ConfirmLeave(qint32 number);
 
+// The emptying step of a scan before its batch is imported: a pool that only this workstation uses
+// is emptied completely, whatever states its records are in; a shared pool is never emptied, so
+// the batch is added to the records other workstations are working on. Returns the number of
+// records deleted. Throws VeridonError when the database fails.
+int EmptyPoolForScan();
+
 // Deletes every "*.tif" file of the image folder, one by one; returns how many were deleted.
 int DeleteFolderImages();

@@ -27,7 +27,9 @@
 namespace {
 
 // Tesseract's LSTM confidences crowd near the top: clean print reads at 96 to 99.7 (the Polish ł
-// lowest), a character half covered by a smudge at about 95. The threshold sits between.
+// lowest), a character half covered by a smudge at about 95. Measured with bench_evaluation on 200
+// spoilt forms: 85 marks almost nothing and catches no error, 93 and 95.5 catch about one silent
+// error in six, 98 marks three times as much without catching more.
 constexpr double defaultMinConfidence = 95.5;
 
 const QString logSource = QStringLiteral("zvscan");

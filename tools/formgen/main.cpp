@@ -1,6 +1,10 @@
 // formgen: renders the demo form images from the demo form list, one bitonal group 4 TIFF per
 // form, named after its BMPName. The committed images under data/demo/home/images come from here;
 // run it again after changing the layout or the list.
+// With --corpus N it writes a test corpus instead: N spoilt forms of made-up holders and their
+// truth (truth.tsv) into --out, the same for the same --seed; --dpi 200 or 300 fixes the resolution,
+// 0 mixes both.
+#include "Corpus.h"
 #include "DemoForms.h"
 #include "FormRenderer.h"
 #include "TiffWriter.h"
@@ -11,6 +15,35 @@
 #include <QGuiApplication>
 
 #include <cstdio>
+
+namespace {
+
+int writeCorpus(int count, unsigned seed, int dpi, const QString& outDir) {
+    if (count <= 0 || !QDir().mkpath(outDir)) {
+        std::fprintf(stderr, "formgen: Anzahl oder Zielordner ungültig.\n");
+        return 1;
+    }
+    std::mt19937 random(seed);
+    const QList<DemoForm> forms = corpusForms(count, random);
+    for (const DemoForm& form : forms) {
+        const formlayout::Layout& layout = formlayout::layoutFor(form.typ);
+        const Degradation d = randomDegradation(random, dpi);
+        const QImage page = degradePage(renderForm(layout, form.values), layout, d, random);
+        QString error;
+        if (!writeTiffPages(QDir(outDir).filePath(form.bmpName), {page}, &error)) {
+            std::fprintf(stderr, "formgen: %s\n", qUtf8Printable(error));
+            return 1;
+        }
+    }
+    if (!writeTruth(QDir(outDir).filePath(QStringLiteral("truth.tsv")), forms)) {
+        std::fprintf(stderr, "formgen: truth.tsv nicht schreibbar.\n");
+        return 1;
+    }
+    std::printf("%d Formulare in %s\n", count, qUtf8Printable(outDir));
+    return 0;
+}
+
+} // namespace
 
 int main(int argc, char* argv[]) {
     // Drawing needs fonts but no display.
@@ -25,13 +58,26 @@ int main(int argc, char* argv[]) {
                                    QStringLiteral("datei"), dataDir + QStringLiteral("/demo/forms.tsv"));
     QCommandLineOption outOption(QStringLiteral("out"), QStringLiteral("Zielordner der Bilder."),
                                  QStringLiteral("ordner"), dataDir + QStringLiteral("/demo/home/images"));
+    QCommandLineOption corpusOption(QStringLiteral("corpus"), QStringLiteral("Testkorpus mit N Formularen."),
+                                    QStringLiteral("n"));
+    QCommandLineOption seedOption(QStringLiteral("seed"), QStringLiteral("Startwert des Zufalls."),
+                                  QStringLiteral("zahl"), QStringLiteral("1"));
+    QCommandLineOption dpiOption(QStringLiteral("dpi"), QStringLiteral("200, 300 oder 0 (gemischt)."),
+                                 QStringLiteral("dpi"), QStringLiteral("200"));
     // The paper of the scanning demo: SANE's pnm device "scans" PBM files.
     QCommandLineOption pbmOption(QStringLiteral("pbm"),
                                  QStringLiteral("Seiten als PBM statt TIFF (für das pnm-Gerät)."));
     parser.addOption(formsOption);
     parser.addOption(outOption);
+    parser.addOption(corpusOption);
+    parser.addOption(seedOption);
+    parser.addOption(dpiOption);
     parser.addOption(pbmOption);
     parser.process(app);
+
+    if (parser.isSet(corpusOption))
+        return writeCorpus(parser.value(corpusOption).toInt(), parser.value(seedOption).toUInt(),
+                           parser.value(dpiOption).toInt(), parser.value(outOption));
 
     QString error;
     const QList<DemoForm> forms = readDemoForms(parser.value(formsOption), &error);
