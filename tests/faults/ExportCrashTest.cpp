@@ -99,11 +99,12 @@ protected:
                 if (states[name] == 41)
                     ++inHandOver;
                 EXPECT_TRUE(states[name] == 40 || states[name] == 41) << name.toStdString();
-                if (!imageThere)
+                if (!imageThere) {
                     EXPECT_TRUE(imageKept &&
                                 (received.value(base) == 1 ||
                                  !QDir(home.path("export")).entryList({"." + base + ".xml.*"}, QDir::Hidden).isEmpty()))
                         << name.toStdString() << ": image removed before its XML and its copy";
+                }
             } else {
                 if (received.value(base) == 0)
                     ++lost;
