@@ -14,6 +14,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 #include <QSqlField>
 
@@ -261,20 +262,28 @@ void ExportBatch::keepCopies() {
     SyncBatch sync;
     QStringList lines;
     QSet<int> recovered;
+    QHash<QString, qint64> copies; // checked once they are on disk (a later copy of a name replaces one)
     for (const Item& item : std::as_const(items_)) {
         if (!item.handedOver) {
             const QString copy = settings_.xmlBackupFolder + FileNameOf(item.xmlPath);
             writeFileChecked(copy, item.xml, Durability::Deferred, &sync);
-            if (!fileHolds(copy, item.xml))
-                throw VeridonError(ErrorNumber::DeviceIO,
-                                   QStringLiteral("Die Kopie '%1' stimmt nicht mit der XML-Datei überein.").arg(copy));
+            copies.insert(copy, item.xml.size());
         }
         // The copy is made while the image is there; an image already gone was removed after its
         // copy by an earlier, interrupted run (or never came), and counts as removed.
         const QString image = settings_.imageFolder + item.bmpName;
-        if (!settings_.imageBackupFolder.isEmpty() && !item.bmpName.isEmpty() && !IsPathLikeImageName(item.bmpName) &&
-            QFileInfo::exists(image))
-            copyFileChecked(image, settings_.imageBackupFolder + item.bmpName, Durability::Deferred, &sync);
+        if (!settings_.imageBackupFolder.isEmpty() && !item.bmpName.isEmpty() && !IsPathLikeImageName(item.bmpName)) {
+            QFile source(image);
+            if (source.open(QIODevice::ReadOnly)) {
+                const QByteArray bytes = source.readAll();
+                if (source.error() != QFileDevice::NoError)
+                    throw VeridonError(ErrorNumber::DeviceIO,
+                                       QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(image));
+                const QString copy = settings_.imageBackupFolder + item.bmpName;
+                writeFileChecked(copy, bytes, Durability::Deferred, &sync);
+                copies.insert(copy, bytes.size());
+            }
+        }
         if (!item.fresh)
             recovered.insert(int(lines.size()));
         lines << ExportLineOf(item.record);
@@ -282,6 +291,12 @@ void ExportBatch::keepCopies() {
     if (!settings_.expLines.isEmpty())
         appendExpLines(settings_.expLines, lines, recovered, sync);
     sync.sync();
+    // Every write above was checked to its last byte; what is looked at here is that each copy is
+    // there, whole, after the sync - before anything it keeps is removed.
+    for (auto it = copies.cbegin(); it != copies.cend(); ++it)
+        if (QFileInfo(it.key()).size() != it.value())
+            throw VeridonError(ErrorNumber::DeviceIO,
+                               QStringLiteral("Die Kopie '%1' ist unvollständig.").arg(it.key()));
 }
 
 void ExportBatch::finish(bool printing) {
@@ -314,11 +329,9 @@ void ExportBatch::finish(bool printing) {
     transaction.commit();
 }
 
-int ExportBatch::run(bool printing) {
+int ExportBatch::handOver(bool printing) {
     if (items_.isEmpty())
         return 0;
-    if (!writeAhead())
-        return -1;
     try {
         keepCopies();
         finish(printing);

@@ -2,8 +2,8 @@
 // record nor hands one over twice. For each record:
 //   1. its XML is written under a hidden name in the export folder (".<name>.xml.<LfdNr>.part") and
 //      synced; only then is its state raised (20 to 21, 40 to 41) and committed;
-//   2. the backup copies (XML, image, the exp.txt line) are written and synced; each copy is read
-//      back and compared;
+//   2. the backup copies (XML, image, the exp.txt line) are written and synced, and each copy is
+//      checked to be there whole;
 //   3. the hidden file is renamed to its real name - the moment of hand-over;
 //   4. the report is printed when due, the image removed, the folder synced, the record deleted.
 // A record found in 21 or 41 is finished from where it stood: while its hidden file exists it has
@@ -43,11 +43,17 @@ public:
     void addIfHandedOver(const QSqlRecord& record);
     int size() const { return int(items_.size()); }
 
-    // Runs the steps above for every record added. With printing, the records handed over now get
-    // their report when one is due. Returns the number of records finished and deleted, or -1 after
-    // a reported failure ("ExportRecord_XML()" up to the state change, "ExportCleanup()" after it),
-    // which ends the pass: the records keep their state and their files are left for the next pass.
-    int run(bool printing);
+    // Step 1 for every record added: writes the XML of the records in 20 or 40 under their hidden
+    // names, syncs them and raises their state (inside the caller's transaction, when one is open:
+    // it commits). A record whose state changed meanwhile is dropped. Returns false after a failure
+    // reported as "ExportRecord_XML()": the hidden files written are removed, no state is raised.
+    bool writeAhead();
+
+    // Steps 2 to 4 once writeAhead succeeded and its transaction is committed. With printing, the
+    // records handed over now get their report when one is due. Returns the number of records
+    // finished and deleted, or -1 after a failure reported as "ExportCleanup()": the records stay in
+    // 21 or 41 with their files, for the next pass. Either failure ends the pass.
+    int handOver(bool printing);
 
 private:
     struct Item {
@@ -62,7 +68,6 @@ private:
         bool handedOver = false; // the hidden file was renamed in an earlier run
     };
 
-    bool writeAhead();
     void keepCopies();
     void finish(bool printing);
     QByteArray xmlOf(const Item& item) const;

@@ -70,9 +70,9 @@ bool ExportZVBWerte() {
         progress.status(label + QLatin1Char('0'));
 
         // Each row is read again when its turn comes: a record that another program took meanwhile
-        // is no longer waiting and is left alone.
-        // On a shared pool the row stays claimed while it is read, so two workstations exporting at
-        // once never both take it.
+        // is no longer waiting and is left alone. On a shared pool the rows read stay claimed by
+        // this workstation until their state change is committed, so two workstations exporting at
+        // once never both write one.
         const QString select = QStringLiteral("SELECT * FROM ") + GetValuesTable() +
                                QStringLiteral(" WHERE LfdNr=? AND ") + QLatin1String(waitingStates);
         QSqlQuery fetch = prepareSql(select + skipLockedClause(select));
@@ -80,16 +80,22 @@ bool ExportZVBWerte() {
         while (next < numbers.size()) {
             ExportBatch batch(settings);
             const qsizetype first = next;
-            for (; next < numbers.size() && batch.size() < batchSize; ++next) {
-                if (QCoreApplication::instance())
-                    QCoreApplication::processEvents();
-                fetch.bindValue(0, numbers[next]);
-                execPrepared(fetch);
-                if (fetch.next())
-                    batch.add(fetch.record());
-                fetch.finish();
+            {
+                Transaction claim;
+                for (; next < numbers.size() && batch.size() < batchSize; ++next) {
+                    if (QCoreApplication::instance())
+                        QCoreApplication::processEvents();
+                    fetch.bindValue(0, numbers[next]);
+                    execPrepared(fetch);
+                    if (fetch.next())
+                        batch.add(fetch.record());
+                    fetch.finish();
+                }
+                if (!batch.writeAhead())
+                    break;
+                claim.commit();
             }
-            if (batch.run(true) < 0)
+            if (batch.handOver(true) < 0)
                 break;
             for (qsizetype done = first + 1; done <= next; ++done) {
                 progress.progress(done, numbers.size());
@@ -116,6 +122,7 @@ void FinishInterruptedExports() {
         while (q.next())
             batch.addIfHandedOver(q.record());
         q.finish();
-        batch.run(false);
+        if (batch.writeAhead())
+            batch.handOver(false);
     });
 }

@@ -141,7 +141,7 @@ protected:
 
 TEST_F(ExportCrash, kill_9_at_random_instants_neither_doubles_nor_loses_a_record) {
     const int wantedKills = KillHarness::fromEnvironment("VERIDON_EXPORT_KILLS", 50);
-    const int perRound = KillHarness::fromEnvironment("VERIDON_EXPORT_RECORDS", 1500);
+    const int perRound = KillHarness::fromEnvironment("VERIDON_EXPORT_RECORDS", 1000);
     const QStringList exportArgs{"--home", home.dir(), "export"};
 
     // An undisturbed run first, to learn how long one takes here.
