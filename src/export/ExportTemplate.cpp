@@ -2,7 +2,9 @@
 // the receiving side's format was defined around it; only the values are made safe for XML.
 #include "ExportTemplate.h"
 
+#include <QDate>
 #include <QXmlStreamReader>
+#include <iterator>
 
 namespace {
 
@@ -31,6 +33,86 @@ bool isForbiddenInXml(char32_t c) {
     if (c >= 0x80 && c <= 0x9F) // only the undefined bytes' code points; the others leave as references
         return cp1252High[c - 0x80] == 0;
     return c == 0xFFFE || c == 0xFFFF || (c >= 0xD800 && c <= 0xDFFF);
+}
+
+struct Placeholder {
+    const char* name;
+    const char* element; // nullptr: the value stands bare (it may sit inside an attribute)
+};
+
+// The placeholders in the order they are replaced, with the element each value is wrapped in.
+constexpr Placeholder placeholders[] = {
+    {"%VERSION%", nullptr},
+    {"%FORM_DATE%", nullptr},
+    {"%FORM_ID%", "Form_identifier"},
+    {"%STATE%", "Issuing_member_state"},
+    {"%CASE_IDENTIFIER%", "Case_Identifier"},
+    {"%NACHNAME%", "Name"},
+    {"%VORNAME%", "Given_names"},
+    {"%GEBDAT%", "Date_of_birth"},
+    {"%PERSONAL_ID%", "Personal_identification_number"},
+    {"%INSTITUT_ID%", "Identification_number_of_the_institution"},
+    {"%CARD_ID%", "Identification_number_of_the_card"},
+    {"%CARD_EXPIRY%", "Expiry_date"},
+};
+
+// A word no template holds, one per placeholder, to find out where each value lands.
+QString markerOf(int index) {
+    return QStringLiteral("qxvrdn") + QLatin1Char(char('a' + index)) + QLatin1Char('q');
+}
+
+// The first placeholder of templateText that stands anywhere but in character data or (a bare one)
+// in an attribute value, or "" when all are in such places. %VERSION% is a constant and may stand
+// anywhere the template parses. Each placeholder is replaced by its own marker word, and every part
+// of the parsed document in which a value could do harm is searched for the markers.
+QString misplacedPlaceholder(const QString& templateText) {
+    QString text = templateText;
+    for (int i = 0; i < int(std::size(placeholders)); ++i) {
+        const Placeholder& p = placeholders[i];
+        const QString value = i == 0 ? QLatin1String(ExportSchemaVersion) : markerOf(i);
+        text.replace(QLatin1String(p.name), p.element ? XmlElement(value, QLatin1String(p.element)) : value);
+    }
+    text = XmlSafeText(RemoveEmptyLines(text));
+    QString harmless; // character data and attribute values
+    QString exposed;  // names, comments, processing instructions, the document type
+    const auto add = [](QString& to, QStringView part) {
+        to += part;
+        to += QLatin1Char(' ');
+    };
+    QXmlStreamReader reader(text);
+    while (!reader.atEnd()) {
+        reader.readNext();
+        add(exposed, reader.documentEncoding());
+        if (reader.isCharacters()) {
+            add(harmless, reader.text());
+        } else if (reader.isStartElement()) {
+            add(exposed, reader.qualifiedName());
+            for (const QXmlStreamAttribute& a : reader.attributes()) {
+                add(exposed, a.qualifiedName());
+                add(harmless, a.value());
+            }
+            for (const QXmlStreamNamespaceDeclaration& n : reader.namespaceDeclarations()) {
+                add(exposed, n.prefix());
+                add(exposed, n.namespaceUri());
+            }
+        } else {
+            for (const QXmlStreamEntityDeclaration& e : reader.entityDeclarations()) {
+                add(exposed, e.name());
+                add(exposed, e.value());
+                add(exposed, e.systemId());
+            }
+            for (const QStringView part :
+                 {reader.dtdName(), reader.dtdSystemId(), reader.dtdPublicId(), reader.qualifiedName(), reader.name(),
+                  reader.text(), reader.processingInstructionTarget(), reader.processingInstructionData()})
+                add(exposed, part);
+        }
+    }
+    for (int i = 1; i < int(std::size(placeholders)); ++i) {
+        const QString marker = markerOf(i);
+        if (exposed.contains(marker) || harmless.count(marker) != text.count(marker))
+            return QLatin1String(placeholders[i].name);
+    }
+    return QString();
 }
 
 } // namespace
@@ -141,43 +223,71 @@ QString TemplateProblem(const QString& templateText) {
     sample.formId = sample.state = sample.caseIdentifier = sample.nachname = sample.vorname = sample.personalId =
         sample.institutId = sample.cardId = QStringLiteral("X");
     QString problem;
-    if (!IsWellFormedXml(XmlSafeText(RemoveEmptyLines(FillExportTemplate(templateText, sample))), &problem))
+    if (!IsWellFormedXml(ExportXmlText(templateText, sample), &problem))
         return QStringLiteral("Die Vorlage ist kein gültiges XML (%1).").arg(problem);
+    if (!IsWellFormedXml(ExportXmlText(templateText, ExportValues()), &problem))
+        return QStringLiteral("Die Vorlage ist kein gültiges XML, wenn Werte leer sind (%1).").arg(problem);
+    const QString misplaced = misplacedPlaceholder(templateText);
+    if (!misplaced.isEmpty())
+        return QStringLiteral("Der Platzhalter %1 steht an einer Stelle, an der ein Wert die Datei unlesbar machen "
+                              "kann (erlaubt: Text zwischen Elementen; %VERSION% und %FORM_DATE% auch in "
+                              "Attributwerten).")
+            .arg(misplaced);
+    return QString();
+}
+
+bool IsReadableExportDate(const QString& storedDate) {
+    if (storedDate.isEmpty())
+        return true;
+    if (storedDate.size() != 10)
+        return false;
+    for (const int at : {0, 1, 3, 4, 6, 7, 8, 9})
+        if (storedDate[at] < QLatin1Char('0') || storedDate[at] > QLatin1Char('9'))
+            return false;
+    const QStringView text(storedDate);
+    return QDate(text.mid(6, 4).toInt(), text.mid(3, 2).toInt(), text.mid(0, 2).toInt()).isValid();
+}
+
+QString UnreadableExportDate(const ExportValues& values) {
+    if (!IsReadableExportDate(values.scanDat))
+        return QStringLiteral("SCANDAT");
+    if (!IsReadableExportDate(values.gebDat))
+        return QStringLiteral("GEBDAT");
+    if (!IsReadableExportDate(values.cardExpiry))
+        return QStringLiteral("CARD_EXPIRY");
     return QString();
 }
 
 QString FillExportTemplate(const QString& templateText, const ExportValues& v) {
     // The order is part of the format: a value that happens to contain a later placeholder is
     // replaced again, exactly as the receiving side has always seen it.
-    struct Step {
-        const char* placeholder;
-        const char* element; // nullptr: the value stands bare (it may sit inside an attribute)
-        QString value;
-    };
-    const Step steps[] = {
-        {"%VERSION%", nullptr, QLatin1String(ExportSchemaVersion)},
-        {"%FORM_DATE%", nullptr, ExportDate(v.scanDat)},
-        {"%FORM_ID%", "Form_identifier", v.formId},
-        {"%STATE%", "Issuing_member_state", v.state},
-        {"%CASE_IDENTIFIER%", "Case_Identifier", v.caseIdentifier},
-        {"%NACHNAME%", "Name", v.nachname},
-        {"%VORNAME%", "Given_names", v.vorname},
-        {"%GEBDAT%", "Date_of_birth", ExportDate(v.gebDat)},
-        {"%PERSONAL_ID%", "Personal_identification_number", v.personalId},
-        {"%INSTITUT_ID%", "Identification_number_of_the_institution", v.institutId},
-        {"%CARD_ID%", "Identification_number_of_the_card", v.cardId},
-        {"%CARD_EXPIRY%", "Expiry_date", ExportDate(v.cardExpiry)},
-    };
+    const QString values[] = {QLatin1String(ExportSchemaVersion),
+                              ExportDate(v.scanDat),
+                              v.formId,
+                              v.state,
+                              v.caseIdentifier,
+                              v.nachname,
+                              v.vorname,
+                              ExportDate(v.gebDat),
+                              v.personalId,
+                              v.institutId,
+                              v.cardId,
+                              ExportDate(v.cardExpiry)};
     QString text = templateText;
-    for (const Step& step : steps) {
-        const QString placeholder = QLatin1String(step.placeholder);
+    for (int i = 0; i < int(std::size(placeholders)); ++i) {
+        const Placeholder& step = placeholders[i];
+        const QString placeholder = QLatin1String(step.name);
         if (!text.contains(placeholder))
             continue;
-        const QString replacement = step.element ? XmlElement(XmlEscape(step.value, false), QLatin1String(step.element))
-                                                 : XmlEscape(step.value, true);
+        const QString replacement = step.element ? XmlElement(XmlEscape(values[i], false), QLatin1String(step.element))
+                                                 : XmlEscape(values[i], true);
         text.replace(placeholder, replacement);
     }
     return text;
+}
+
+QString ExportXmlText(const QString& templateText, const ExportValues& values, QString* dropped) {
+    return XmlSafeText(RemoveEmptyLines(FillExportTemplate(templateText, values)), dropped) + crlf;
 }
 
 QString FileNameOf(const QString& path) {

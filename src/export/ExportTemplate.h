@@ -52,14 +52,32 @@ QString XmlSafeText(const QString& text, QString* dropped = nullptr);
 // complaint and its line in problem (when given).
 bool IsWellFormedXml(const QString& text, QString* problem = nullptr);
 
-// Checks a template before a pass uses it: it must hold more than blanks, and once filled with
-// harmless values and made XML-safe it must be a well-formed XML document. Returns "" when it is
-// usable, otherwise the reason in German.
+// Checks a template before a pass uses it, so that no record's values can make a file that does not
+// parse: it must hold more than blanks; filled with values and with every value empty it must be a
+// well-formed XML document; and each placeholder must stand where any value is harmless - in the
+// text between elements, or (the bare %VERSION% and %FORM_DATE%) inside an attribute value. A
+// placeholder in a comment, a processing instruction, the document type or a name is refused: an
+// empty date's "--" alone would break a comment. Returns "" when the template is usable, otherwise
+// the reason in German.
 QString TemplateProblem(const QString& templateText);
+
+// True when a stored date can be turned around by position: empty, or ten characters whose
+// positions 1-2, 4-5 and 7-10 hold the digits of a real calendar day (the separators at 3 and 6 are
+// never looked at). Anything else would leave as a wrong date ("310327" as "0327-32-31").
+bool IsReadableExportDate(const QString& storedDate);
+
+// The column of the first date in values that IsReadableExportDate refuses ("SCANDAT", "GEBDAT" or
+// "CARD_EXPIRY"), or "" when every date can be read.
+QString UnreadableExportDate(const ExportValues& values);
 
 // The template with every placeholder replaced, in the fixed order, case-sensitively; values are
 // escaped. The empty lines left behind are NOT removed here (see RemoveEmptyLines).
 QString FillExportTemplate(const QString& templateText, const ExportValues& values);
+
+// The whole text of one hand-over file: the template filled, its blank lines removed, made fit for
+// Windows-1252 (see XmlSafeText; the characters dropped are named in dropped) and ended by CR LF.
+// For a template that TemplateProblem accepts, the result is well-formed XML whatever the values.
+QString ExportXmlText(const QString& templateText, const ExportValues& values, QString* dropped = nullptr);
 
 // The output file: exportFolder with "/" appended when it does not end in one, then the base name
 // of bmpName (after the last "/" or "\", before the last "."; a name without "." whole) and ".xml".
