@@ -37,6 +37,8 @@ const QVector<MessageText>& allMessageTexts() {
         Msg::PrinterInitErr,
         Msg::ReportStatesErr,
         Msg::ReportBmpErr,
+        Msg::ExportNoDefinitions,
+        Msg::ExportDateUnreadable,
         Msg::Txt_RunAusw,
         Msg::Txt_CheckQM,
         Msg::Txt_checkNotSupported,

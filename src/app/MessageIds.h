@@ -51,6 +51,8 @@ inline constexpr MessageText PrintDataUnchecked{"Msg_PrintDataUnchecked", "Daten
 inline constexpr MessageText PrinterInitErr{"Msg_PrinterInitErr", "Beim Initialisieren des Druckers trat ein Fehler auf!\\n\\nDas Drucken kann nicht durchgeführt werden."};
 inline constexpr MessageText ReportStatesErr{"Msg_ReportStatesErr", "Es konnte nicht ermittelt werden, welcher EHIC-Bericht zu drucken ist!\\n\\nDas Drucken kann nicht durchgeführt werden.\\nDetails: Application '%1', Card '%2'"};
 inline constexpr MessageText ReportBmpErr{"Msg_ReportBmpErr", "Die Vorlagedatei '%1' ist nicht vorhanden!!\\n\\nDas Drucken kann nicht durchgeführt werden."};
+inline constexpr MessageText ExportNoDefinitions{"Msg_ExportNoDefinitions", "Die Felddefinitionen (ZVBFelder) konnten nicht geladen werden.\\nDer Export wird nicht ausgeführt; kein Beleg und keine Datei wurde verändert."};
+inline constexpr MessageText ExportDateUnreadable{"Msg_ExportDateUnreadable", "%1 Beleg(e) nicht exportiert: ein Datum kann nicht gelesen werden (erwartet TT.MM.JJJJ).\\n%2\\nDiese Belege bleiben zur Übergabe stehen, bis das Datum korrigiert ist."};
 inline constexpr MessageText Txt_RunAusw{"Txt_RunAusw", "Bitte warten bis die Auswertung beendet ist..."};
 inline constexpr MessageText Txt_CheckQM{"Txt_CheckQM", "Im Feld '%1' befindet sich noch ein ?"};
 inline constexpr MessageText Txt_checkNotSupported{"Txt_checkNotSupported", "Der Befehl '%1' wird nicht unterstützt!"};

@@ -180,11 +180,9 @@ void ExportBatch::addIfHandedOver(const QSqlRecord& record) {
         items_.removeLast();
 }
 
-QByteArray ExportBatch::xmlOf(const Item& item) const {
+QByteArray ExportBatch::xmlOf(const Item& item, const ExportValues& values) const {
     QString dropped;
-    const QString text =
-        XmlSafeText(RemoveEmptyLines(FillExportTemplate(settings_.templateText, valuesOf(item.record))), &dropped) +
-        crlf;
+    const QString text = ExportXmlText(settings_.templateText, values, &dropped);
     if (!dropped.isEmpty())
         WriteLog(QStringLiteral("ExportRecord_XML"),
                  QStringLiteral("Beleg #%1 (%2): in XML unzulässige Zeichen entfernt: %3")
@@ -215,7 +213,21 @@ bool ExportBatch::writeAhead() {
                 item.xml = part.readAll();
                 continue;
             }
-            item.xml = xmlOf(item);
+            const ExportValues values = valuesOf(item.record);
+            const QString column = UnreadableExportDate(values);
+            if (!column.isEmpty()) {
+                // Turned around by position, such a date would leave as a wrong one; the record
+                // waits in its state until the date is put right.
+                const QString date = textOf(item.record, column.toLatin1().constData());
+                refusals_ << QStringLiteral("Nr. %1 (%2): %3 '%4'").arg(item.number).arg(item.bmpName, column, date);
+                WriteLog(QStringLiteral("ExportRecord_XML"),
+                         QStringLiteral("Beleg #%1 (%2) nicht exportiert: Datum %3 '%4' nicht lesbar")
+                             .arg(item.number)
+                             .arg(item.bmpName, column, date));
+                item.refused = true;
+                continue;
+            }
+            item.xml = xmlOf(item, values);
             try {
                 writeNewFileChecked(item.partPath, item.xml, Durability::Deferred, &sync);
             } catch (const VeridonError& e) {
@@ -224,6 +236,7 @@ bool ExportBatch::writeAhead() {
             written << item.partPath;
             raise = true;
         }
+        items_.removeIf([](const Item& item) { return item.refused; });
         sync.sync();
         if (!raise)
             return true;

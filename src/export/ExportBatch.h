@@ -13,8 +13,11 @@
 // group share each sync and each commit, which keeps the pass fast.
 #pragma once
 
+#include "ExportTemplate.h"
+
 #include <QSqlRecord>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 // What a pass needs to know, read once at its start.
@@ -45,9 +48,15 @@ public:
 
     // Step 1 for every record added: writes the XML of the records in 20 or 40 under their hidden
     // names, syncs them and raises their state (inside the caller's transaction, when one is open:
-    // it commits). A record whose state changed meanwhile is dropped. Returns false after a failure
+    // it commits). A record whose state changed meanwhile is dropped. A record with a date that
+    // cannot be read at its fixed positions is refused: logged, listed in refusals() and dropped,
+    // so it keeps its state and files while the others go on. Returns false after a failure
     // reported as "ExportRecord_XML()": the hidden files written are removed, no state is raised.
     bool writeAhead();
+
+    // The records writeAhead refused, one line each for the operator ("Nr. 7 (0815.tif): GEBDAT
+    // '310327'").
+    const QStringList& refusals() const { return refusals_; }
 
     // Steps 2 to 4 once writeAhead succeeded and its transaction is committed. With printing, the
     // records handed over now get their report when one is due. Returns the number of records
@@ -66,14 +75,16 @@ private:
         QByteArray xml;          // the XML to hand over (empty once handed over)
         bool fresh = false;      // read in 20 or 40
         bool handedOver = false; // the hidden file was renamed in an earlier run
+        bool refused = false;    // a date cannot be read: the record is not exported
     };
 
     void keepCopies();
     void finish(bool printing);
-    QByteArray xmlOf(const Item& item) const;
+    QByteArray xmlOf(const Item& item, const ExportValues& values) const;
 
     const ExportSettings& settings_;
     QVector<Item> items_;
+    QStringList refusals_;
 };
 
 // The record's values as one comma-separated line of exp.txt: every column in table order except

@@ -9,6 +9,7 @@
 #include "app/Progress.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "model/FormModel.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -55,10 +56,31 @@ QVector<qint32> waitingNumbers() {
     return numbers;
 }
 
+// Tells the operator, in one message, of the records the pass refused for a date it cannot read.
+void reportRefusals(const QStringList& refusals) {
+    if (refusals.isEmpty())
+        return;
+    constexpr qsizetype shown = 10;
+    QStringList lines = refusals.mid(0, shown);
+    if (refusals.size() > shown)
+        lines << QStringLiteral("... und %1 weitere (siehe Protokoll)").arg(refusals.size() - shown);
+    ShowMessage(Msg::ExportDateUnreadable, MsgBox::Critical,
+                {QString::number(refusals.size()), lines.join(QStringLiteral("\r\n"))});
+}
+
 } // namespace
 
 bool ExportZVBWerte() {
-    RunReported(QStringLiteral("ExportZVBWerte"), [] {
+    // Checks fail closed: without the whole set of field definitions nothing is known to have been
+    // checked, so nothing leaves - not even a record that is ready.
+    if (!FelderArray().IsComplete())
+        FelderArray().Fill();
+    if (!FelderArray().IsComplete()) {
+        ShowMessage(Msg::ExportNoDefinitions, MsgBox::Critical);
+        return true;
+    }
+    QStringList refusals;
+    RunReported(QStringLiteral("ExportZVBWerte"), [&refusals] {
         const PassLock lock;
         const QVector<qint32> numbers = waitingNumbers();
         if (numbers.isEmpty())
@@ -91,7 +113,9 @@ bool ExportZVBWerte() {
                         batch.add(fetch.record());
                     fetch.finish();
                 }
-                if (!batch.writeAhead())
+                const bool written = batch.writeAhead();
+                refusals << batch.refusals();
+                if (!written)
                     break;
                 claim.commit();
             }
@@ -107,6 +131,7 @@ bool ExportZVBWerte() {
         if (QCoreApplication::instance())
             QCoreApplication::processEvents();
     });
+    reportRefusals(refusals);
     return true;
 }
 

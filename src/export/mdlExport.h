@@ -11,7 +11,10 @@
 // and checked once; a template that is missing, empty or not well-formed XML, or an unset export
 // folder, is reported as "ExportZVBWerte()" before any record is touched. A failed write is reported
 // ("ExportRecord_XML()" or "ExportCleanup()") and ends the pass; the records not finished keep
-// their state and leave with a later pass. Returns true.
+// their state and leave with a later pass. A record whose date cannot be read is left waiting and
+// named in one message ("Msg_ExportDateUnreadable") at the end of the pass; the others leave. When
+// the field definitions cannot be loaded, the pass refuses with "Msg_ExportNoDefinitions" and
+// touches nothing. Returns true.
 bool ExportZVBWerte();
 
 // The start-up part: finishes the records left in 21 or 41 whose XML was handed over already (the
