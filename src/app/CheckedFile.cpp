@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -22,6 +23,21 @@ std::atomic<qint64>& writeBudget() {
         return ok ? fromEnvironment : qint64(-1);
     }();
     return budget;
+}
+
+QString& garbledPathPart() {
+    static QString part;
+    return part;
+}
+
+// What a write to path stores: bytes, or with the test seam on, bytes with the last one changed.
+QByteArray storedBytes(const QString& path, const QByteArray& bytes) {
+    const QString& part = garbledPathPart();
+    if (part.isEmpty() || bytes.isEmpty() || !path.contains(part))
+        return bytes;
+    QByteArray garbled = bytes;
+    garbled[garbled.size() - 1] = char(~garbled.back());
+    return garbled;
 }
 
 // How much of a write of size bytes the test budget lets through; errno is ENOSPC when none.
@@ -114,7 +130,7 @@ void writeInto(const QString& path, const QByteArray& bytes, bool sync, const QS
     const int fd = ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     if (fd < 0)
         failWrite(shownPath, errno);
-    int error = writeAll(fd, bytes);
+    int error = writeAll(fd, storedBytes(path, bytes));
     if (error == 0 && sync && ::fsync(fd) != 0)
         error = errno;
     if (::close(fd) != 0 && error == 0)
@@ -160,7 +176,7 @@ void appendFileChecked(const QString& path, const QByteArray& bytes, Durability 
     struct stat before {};
     int error = ::fstat(fd, &before) == 0 ? 0 : errno;
     if (error == 0)
-        error = writeAll(fd, bytes);
+        error = writeAll(fd, storedBytes(path, bytes));
     if (error == 0 && durability == Durability::Synced && ::fsync(fd) != 0)
         error = errno;
     if (error != 0 && before.st_size >= 0) {
@@ -197,11 +213,49 @@ void renameChecked(const QString& from, const QString& to, Durability durability
     finish(to, durability, batch);
 }
 
-bool fileHolds(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() != bytes.size())
+namespace {
+
+// True when the file open as fd holds bytes from offset on up to its end. Read in pieces into one
+// buffer and compared as they come: export passes call this for every copy they keep.
+bool holdsFrom(int fd, qint64 offset, const QByteArray& bytes) {
+    struct stat info {};
+    if (::fstat(fd, &info) != 0 || info.st_size != offset + bytes.size())
         return false;
-    return file.readAll() == bytes;
+    char buffer[64 * 1024];
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const ssize_t n =
+            ::pread(fd, buffer, size_t(std::min<qint64>(sizeof buffer, bytes.size() - done)), offset + done);
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0 || std::memcmp(buffer, bytes.constData() + done, size_t(n)) != 0)
+            return false;
+        done += n;
+    }
+    return true;
+}
+
+// Opens path for reading and applies check to the descriptor and the file's size; false when it
+// cannot be opened.
+template <class Check> bool withOpenFile(const QString& path, Check&& check) {
+    const int fd = ::open(nativeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    struct stat info {};
+    const bool result = ::fstat(fd, &info) == 0 && check(fd, qint64(info.st_size));
+    ::close(fd);
+    return result;
+}
+
+} // namespace
+
+bool fileHolds(const QString& path, const QByteArray& bytes) {
+    return withOpenFile(path, [&](int fd, qint64) { return holdsFrom(fd, 0, bytes); });
+}
+
+bool fileEndsWith(const QString& path, const QByteArray& bytes) {
+    return withOpenFile(
+        path, [&](int fd, qint64 size) { return size >= bytes.size() && holdsFrom(fd, size - bytes.size(), bytes); });
 }
 
 SyncBatch::~SyncBatch() {
@@ -251,4 +305,8 @@ void SyncBatch::sync() {
 
 void setWriteBudgetForTesting(qint64 budget) {
     writeBudget().store(budget);
+}
+
+void setGarbledWritesForTesting(const QString& pathPart) {
+    garbledPathPart() = pathPart;
 }

@@ -52,6 +52,9 @@ void renameChecked(const QString& from, const QString& to, Durability durability
 // True when path holds exactly bytes (a missing or unreadable file is not).
 bool fileHolds(const QString& path, const QByteArray& bytes);
 
+// True when the last bytes of path are exactly bytes (a missing or unreadable file is not).
+bool fileEndsWith(const QString& path, const QByteArray& bytes);
+
 // Folders whose files were written with Durability::Deferred. sync() makes all of them durable with
 // one sync per file system and reports write-back errors that appeared since the writes (an I/O
 // error the kernel only found while writing the cached pages out).
@@ -78,3 +81,8 @@ private:
 // Also read once from the environment variable VERIDON_WRITE_BUDGET, so the command-line program
 // can be made to fail in tests that run it as a process.
 void setWriteBudgetForTesting(qint64 budget);
+
+// Fault injection for tests: every write through the functions above to a path that contains
+// pathPart stores its last byte changed while reporting success, as a faulty device or a share that
+// stores other bytes than it was given would; an empty pathPart (the default) switches it off.
+void setGarbledWritesForTesting(const QString& pathPart);

@@ -72,7 +72,8 @@ ExportValues valuesOf(const QSqlRecord& record) {
 // Appends lines to the day's exp.txt. A last line that a crash left unfinished is cut off first (its
 // record is still waiting and brings the line again). A line at a position in recovered belongs to a
 // record whose earlier run was interrupted: it is written only when the file does not hold it yet.
-void appendExpLines(const QString& path, const QStringList& lines, const QSet<int>& recovered, SyncBatch& sync) {
+// Returns the bytes appended.
+QByteArray appendExpLines(const QString& path, const QStringList& lines, const QSet<int>& recovered, SyncBatch& sync) {
     QFile file(path);
     QByteArray existing;
     if (file.open(QIODevice::ReadWrite)) {
@@ -104,6 +105,16 @@ void appendExpLines(const QString& path, const QStringList& lines, const QSet<in
     }
     if (!bytes.isEmpty())
         appendFileChecked(path, bytes, Durability::Deferred, &sync);
+    return bytes;
+}
+
+// Reads a copy back right after its write and compares it with what it keeps: a device or share
+// that stores other bytes than it was given reports no error. Done at once, while the bytes are at
+// hand, it costs a few per cent of a pass; a second read after the sync cost three times as much.
+void readBack(const QString& copy, const QByteArray& bytes) {
+    if (!fileHolds(copy, bytes))
+        throw VeridonError(ErrorNumber::DeviceIO,
+                           QStringLiteral("Die Kopie '%1' stimmt nicht mit dem Original überein.").arg(copy));
 }
 
 } // namespace
@@ -275,11 +286,12 @@ void ExportBatch::keepCopies() {
     SyncBatch sync;
     QStringList lines;
     QSet<int> recovered;
-    QHash<QString, qint64> copies; // checked once they are on disk (a later copy of a name replaces one)
+    QHash<QString, qint64> copies; // checked once on disk (a later copy of a name replaces one)
     for (const Item& item : std::as_const(items_)) {
         if (!item.handedOver) {
             const QString copy = settings_.xmlBackupFolder + FileNameOf(item.xmlPath);
             writeFileChecked(copy, item.xml, Durability::Deferred, &sync);
+            readBack(copy, item.xml);
             copies.insert(copy, item.xml.size());
         }
         // The copy is made while the image is there; an image already gone was removed after its
@@ -294,6 +306,7 @@ void ExportBatch::keepCopies() {
                                        QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(image));
                 const QString copy = settings_.imageBackupFolder + item.bmpName;
                 writeFileChecked(copy, bytes, Durability::Deferred, &sync);
+                readBack(copy, bytes);
                 copies.insert(copy, bytes.size());
             }
         }
@@ -301,15 +314,20 @@ void ExportBatch::keepCopies() {
             recovered.insert(int(lines.size()));
         lines << ExportLineOf(item.record);
     }
+    QByteArray appended;
     if (!settings_.expLines.isEmpty())
-        appendExpLines(settings_.expLines, lines, recovered, sync);
+        appended = appendExpLines(settings_.expLines, lines, recovered, sync);
     sync.sync();
-    // Every write above was checked to its last byte; what is looked at here is that each copy is
-    // there, whole, after the sync - before anything it keeps is removed.
+    // Each copy was read back as soon as it was written, while its bytes were at hand; after the
+    // sync each must still be there whole before anything it keeps is removed.
     for (auto it = copies.cbegin(); it != copies.cend(); ++it)
         if (QFileInfo(it.key()).size() != it.value())
             throw VeridonError(ErrorNumber::DeviceIO,
                                QStringLiteral("Die Kopie '%1' ist unvollständig.").arg(it.key()));
+    if (!appended.isEmpty() && !fileEndsWith(settings_.expLines, appended))
+        throw VeridonError(
+            ErrorNumber::DeviceIO,
+            QStringLiteral("Die Datei '%1' enthält die angefügten Zeilen nicht.").arg(settings_.expLines));
 }
 
 void ExportBatch::finish(bool printing) {

@@ -2,8 +2,8 @@
 // record nor hands one over twice. For each record:
 //   1. its XML is written under a hidden name in the export folder (".<name>.xml.<LfdNr>.part") and
 //      synced; only then is its state raised (20 to 21, 40 to 41) and committed;
-//   2. the backup copies (XML, image, the exp.txt line) are written and synced, and each copy is
-//      checked to be there whole;
+//   2. the backup copies (XML, image, the exp.txt line) are written, each read back and compared
+//      with what it keeps, and synced; then each copy is checked to be there whole;
 //   3. the hidden file is renamed to its real name - the moment of hand-over;
 //   4. the report is printed when due, the image removed, the folder synced, the record deleted.
 // A record found in 21 or 41 is finished from where it stood: while its hidden file exists it has

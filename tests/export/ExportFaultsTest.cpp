@@ -118,6 +118,50 @@ TEST_F(ExportFaults, a_write_that_fails_anywhere_ends_the_pass_and_the_next_pass
     }
 }
 
+// A device that stores other bytes than it was given (or a program that replaces a copy in a shared
+// backup folder) reports no error; the copy read back after the sync does not match. The pass stops
+// while images and records are still there, and the next pass leaves each record once, with good
+// copies.
+TEST_F(ExportFaults, a_copy_that_does_not_read_back_as_written_keeps_image_and_record_for_the_next_pass) {
+    const struct {
+        const char* garbled;
+        const char* message;
+    } cases[] = {
+        {"/images/", "stimmt nicht mit dem Original überein"},
+        {"/exportdata/.g", "stimmt nicht mit dem Original überein"},
+        {"exp.txt", "enthält die angefügten Zeilen nicht"},
+    };
+    int round = 0;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.garbled);
+        QStringList names;
+        for (int i = 0; i < 3; ++i) {
+            names << QString("g%1_%2.tif").arg(round).arg(i);
+            acceptedAs(i, names.last());
+        }
+        ++round;
+        messages.clear();
+        setGarbledWritesForTesting(c.garbled);
+        ExportZVBWerte();
+        setGarbledWritesForTesting(QString());
+        ASSERT_EQ(messages.messages().size(), 1);
+        EXPECT_TRUE(messages.saw(c.message)) << messages.prompts()[0].toStdString();
+        EXPECT_EQ(records(), 3);
+        for (const QString& name : names)
+            EXPECT_EQ(home.readFile("images/" + name), imageOf(name));
+
+        ExportZVBWerte();
+        EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString();
+        EXPECT_EQ(records(), 0);
+        for (const QString& name : names) {
+            const QString base = name.chopped(4);
+            EXPECT_EQ(home.readFile(day("exportdata/" + base + ".xml")), home.readFile("export/" + base + ".xml"));
+            EXPECT_EQ(home.readFile(day("images/" + name)), imageOf(name));
+            EXPECT_EQ(expLinesOf(name), 1) << name.toStdString();
+        }
+    }
+}
+
 // What a crash leaves at each point after the state change, finished at start-up or by the next
 // pass: the hand-over happens once, the exp.txt line is there once, a cut exp.txt line is mended.
 TEST_F(ExportFaults, records_left_in_41_are_finished_once_at_start_up_and_by_the_next_pass) {
