@@ -68,7 +68,18 @@ struct Outcome {
     QString problem; // the command could not be run as written
 };
 
-Outcome runCommand(const CheckCommand& command, const QString& value) {
+// The kind of date a field holds, read from its checks: a date range that reaches only into the
+// past (the birth date's Datum_Bereich(43830,)) marks dates that have happened; every other date
+// field - a card's expiry, a scan date, both checked with Datum() - holds dates near today. The
+// kind decides the century of a two-digit year, so "27" is 1927 as a birth and 2027 as an expiry.
+DateKind dateKindOf(const CheckCommandList& commands) {
+    for (const CheckCommand& c : commands)
+        if (c.keyword == CheckKeyword::DatumBereich && !c.text1.trimmed().isEmpty() && c.text2.trimmed().isEmpty())
+            return DateKind::Past;
+    return DateKind::Near;
+}
+
+Outcome runCommand(const CheckCommand& command, const QString& value, DateKind dateKind) {
     Outcome o;
     o.suffix = command.suffix;
     const QChar separator = decimalSeparator();
@@ -127,11 +138,11 @@ Outcome runCommand(const CheckCommand& command, const QString& value) {
         o.message = &CheckMsg::Waehrung;
         break;
     case CheckKeyword::Datum:
-        o.result = Datum(value, DatumMode::Valid, QString(), QString());
+        o.result = Datum(value, DatumMode::Valid, QString(), QString(), dateKind);
         o.message = &CheckMsg::Date;
         break;
     case CheckKeyword::DatumBereich:
-        o.result = Datum(value, DatumMode::Range, command.text1, command.text2);
+        o.result = Datum(value, DatumMode::Range, command.text1, command.text2, dateKind);
         o.message = &CheckMsg::DateBereich;
         break;
     case CheckKeyword::EhicKarte:
@@ -199,7 +210,9 @@ qint16 standardcheck_onefield(const QString& fieldName, const QString& value, QS
             appendMessage(errorText, GetText(Msg::Txt_CheckQM, {displayName()}));
         } else {
             const QChar okCode = firstCharacter(QString::number(field->okFarbe));
-            for (const CheckCommand& command : cachedCheckCommands(field->name, field->pruefungen)) {
+            const CheckCommandList& commands = cachedCheckCommands(field->name, field->pruefungen);
+            const DateKind dateKind = dateKindOf(commands);
+            for (const CheckCommand& command : commands) {
                 if (command.keyword == CheckKeyword::NoParenthesis) {
                     appendMessage(errorText, GetText(Msg::Txt_checkNotSupported, {command.text}));
                     result = CheckResult::Error;
@@ -207,7 +220,7 @@ qint16 standardcheck_onefield(const QString& fieldName, const QString& value, QS
                 }
                 Outcome outcome;
                 if (command.problem.isEmpty())
-                    outcome = runCommand(command, value);
+                    outcome = runCommand(command, value, dateKind);
                 else
                     outcome = {CheckResult::Error, nullptr, QString(), command.problem};
                 result = outcome.result;
@@ -215,7 +228,7 @@ qint16 standardcheck_onefield(const QString& fieldName, const QString& value, QS
                 // ("310327") never reaches the hand-over in a shape the export reads differently.
                 if ((command.keyword == CheckKeyword::Datum || command.keyword == CheckKeyword::DatumBereich) &&
                     result != CheckResult::Error && !value.isEmpty()) {
-                    const QString normalised = NormiereDatum(value, true);
+                    const QString normalised = NormiereDatum(value, true, dateKind);
                     if (normalised != value && WerteArray().GetCount() > 0)
                         WerteArray().SetValue(fieldName, normalised);
                 }

@@ -189,7 +189,7 @@ QDate dateOfNormalised(const QString& normalised) {
     return QDate(text.mid(6, 4).toInt(), text.mid(3, 2).toInt(), text.mid(0, 2).toInt());
 }
 
-QString NormiereDatum(const QString& value, bool flag) {
+QString NormiereDatum(const QString& value, bool flag, DateKind kind) {
     // Most stored dates are in form already; they need no taking apart.
     if (dateOfNormalised(value).isValid())
         return value;
@@ -221,8 +221,13 @@ QString NormiereDatum(const QString& value, bool flag) {
     if (month.size() == 1)
         month.prepend(QLatin1Char('0'));
     if (year.size() == 2) {
-        const int currentYear = appClock().today().year() % 100;
-        year.prepend(year.toInt() <= currentYear ? QStringLiteral("20") : QStringLiteral("19"));
+        // The latest year the kind allows, and the hundred years up to it.
+        const int thisYear = appClock().today().year();
+        const int latest = kind == DateKind::Near ? thisYear + 20 : thisYear;
+        int full = latest - latest % 100 + year.toInt();
+        if (full > latest)
+            full -= 100;
+        year = QString::number(full);
     }
     const QString result = day + QLatin1Char('.') + month + QLatin1Char('.') + year;
     if (flag && !dateOfNormalised(result).isValid())
@@ -230,10 +235,10 @@ QString NormiereDatum(const QString& value, bool flag) {
     return result;
 }
 
-qint16 Datum(const QString& value, qint16 mode, const QString& from, const QString& to) {
+qint16 Datum(const QString& value, qint16 mode, const QString& from, const QString& to, DateKind kind) {
     if (value.isEmpty())
         return CheckResult::Passed;
-    const QDate date = dateOfNormalised(NormiereDatum(value, false));
+    const QDate date = dateOfNormalised(NormiereDatum(value, false, kind));
     if (mode == DatumMode::Valid)
         return date.isValid() ? CheckResult::Passed : CheckResult::Error;
     if (mode != DatumMode::Range)

@@ -78,6 +78,18 @@ inline constexpr qint16 Valid = 1;
 inline constexpr qint16 Range = 2;
 } // namespace DatumMode
 
+// What a date field holds, which decides the century of a two-digit year. The check engine takes it
+// from the field's own checks (see dateKindOf); without a field the classic rule (Past) holds.
+enum class DateKind {
+    // A date that has happened, such as a birth: a two-digit year up to this year's is this
+    // century's, a later one the last century's (in 2026: "26" is 2026, "27" is 1927).
+    Past,
+    // A date a few years either side of today, such as a card's expiry or a form's scan: a
+    // two-digit year at most 20 years ahead is this century's, any other the last century's (in
+    // 2026: "27" is 2027, "46" is 2046, "47" is 1947). A card is issued for some years at most.
+    Near,
+};
+
 // A date in one of NormiereDatum's forms. "" passes. Mode 1: passes when it is a valid date.
 // Mode 2: from is the number of days into the past, to into the future, either may be ""; the
 // difference is counted in days from appClock().today() (positive in the future):
@@ -87,7 +99,8 @@ inline constexpr qint16 Range = 2;
 //  - both:      passes when 1 <= diff < to, or when diff <= 0 and -diff < from (both exclusive);
 //  - neither:   fails.
 // Any other mode fails. Throws VeridonError (type mismatch) when from or to is not a whole number.
-qint16 Datum(const QString& value, qint16 mode, const QString& from, const QString& to);
+// kind decides the century of a two-digit year (see NormiereDatum).
+qint16 Datum(const QString& value, qint16 mode, const QString& from, const QString& to, DateKind kind = DateKind::Past);
 
 // value brought to hh:mm by the first rule that fits: "hh:mm" stays; "hhmm" -> hh:mm; "h:mm" ->
 // 0h:mm; three characters without ":" ("hmm") -> 0h:mm; ":mm" -> 00:mm; "h:m" -> 0h:0m; two digits
@@ -98,14 +111,14 @@ QString NormiereZeit(const QString& value);
 //  - digits only: ddmmyy and ddmmyyyy;
 //  - day, month and year separated by ".", "/" or "-" (mixed allowed): a one- or two-digit day and
 //    month (padded with "0") and a two- or four-digit year.
-// Century rule: a two-digit year up to the last two digits of appClock().today()'s year gets "20",
-// a later one "19" (in 2026: "26" is 2026, "27" is 1927).
+// Century rule: by kind, counted from appClock().today() (see DateKind); the default is the classic
+// rule, a two-digit year up to this year's gets "20", a later one "19".
 // flag (strict): when true, a result that is not a valid calendar date is not returned; the value
 // comes back unchanged instead, so a caller that writes the result into the field never replaces
 // what the operator typed by a reshaped impossible date. The checks call it with false and test
 // validity themselves.
 // A value of any other shape comes back unchanged.
-QString NormiereDatum(const QString& value, bool flag);
+QString NormiereDatum(const QString& value, bool flag, DateKind kind = DateKind::Past);
 
 // The date value of dd.mm.yyyy text; invalid for any other text or an impossible date.
 QDate dateOfNormalised(const QString& normalised);

@@ -245,6 +245,27 @@ TEST_F(CheckEngine, date_checks_run_on_the_clock) {
     expectCheck("CARD_EXPIRY", "31.02.2029", 2, "Ablaufdatum enthält kein gültiges Datum.");
 }
 
+// A two-digit year takes its century from what the field holds: the birth date, checked against a
+// range into the past, lies behind today; a card's expiry and the scan date lie near it. The value
+// that passed is written back in full (the clock stands at 15.11.2026).
+TEST_F(CheckEngine, a_two_digit_year_is_read_by_the_kind_of_date) {
+    store(huber());
+    const struct {
+        const char* field;
+        const char* typed;
+        const char* stored;
+    } rows[] = {
+        {"GEBDAT", "010127", "01.01.1927"},        {"CARD_EXPIRY", "010127", "01.01.2027"},
+        {"GEBDAT", "3.7.61", "03.07.1961"},        {"CARD_EXPIRY", "31.3.26", "31.03.2026"},
+        {"GEBDAT", "01.01.46", "01.01.1946"},      {"CARD_EXPIRY", "01.01.46", "01.01.2046"},
+        {"CARD_EXPIRY", "01.01.47", "01.01.1947"}, {"SCANDAT", "151127", "15.11.2027"},
+    };
+    for (const auto& r : rows) {
+        expectCheck(r.field, r.typed, 0);
+        EXPECT_EQ(WerteArray().GetValue(r.field), r.stored) << r.field << " " << r.typed;
+    }
+}
+
 TEST_F(CheckEngine, lookup_finds_the_state_in_the_master_table) {
     const QString missing = "Staat ist nicht in der dazugehörigen Stammdatentabelle vorhanden.";
     store(huber());
