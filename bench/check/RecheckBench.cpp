@@ -4,11 +4,11 @@
 
 #include "app/Database.h"
 #include "app/Errors.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
 #include "check/CheckCommands.h"
 #include "check/RecheckRecords.h"
 #include "model/FormModel.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

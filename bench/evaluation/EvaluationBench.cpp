@@ -8,8 +8,8 @@
 
 #include "DemoForms.h"
 #include "app/Home.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -9,9 +9,9 @@
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/TextFile.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
 #include "export/mdlExport.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -12,10 +12,10 @@
 #include "app/MessagePresenter.h"
 #include "app/Progress.h"
 #include "app/TextFile.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "import/mdlImport.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDate>

@@ -1,6 +1,6 @@
 #include "OperatorStats.h"
 
-#include "mdlBackup.h"
+#include "app/mdlBackup.h"
 
 #include "app/Clock.h"
 #include "app/TextFile.h"

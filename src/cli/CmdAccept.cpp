@@ -6,7 +6,7 @@
 #include "ReportOptions.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

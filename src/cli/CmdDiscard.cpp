@@ -3,7 +3,7 @@
 
 #include "CliCommand.h"
 #include "app/mdlDB.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

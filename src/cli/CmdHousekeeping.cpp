@@ -3,7 +3,7 @@
 
 #include "CliCommand.h"
 #include "app/mdlDB.h"
-#include "app/mdlStart.h"
+#include "workflow/mdlStart.h"
 
 namespace {
 

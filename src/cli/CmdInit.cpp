@@ -4,7 +4,7 @@
 #include "app/Errors.h"
 #include "app/Home.h"
 #include "app/PoolConnection.h"
-#include "app/Workspace.h"
+#include "workflow/Workspace.h"
 
 namespace {
 

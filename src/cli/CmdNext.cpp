@@ -2,7 +2,7 @@
 // when it shows the next form, and prints its running number.
 
 #include "CliCommand.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

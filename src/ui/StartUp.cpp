@@ -9,8 +9,8 @@
 #include "app/Home.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
-#include "app/mdlStart.h"
 #include "print/QtReportPrinter.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QDir>

@@ -5,7 +5,7 @@
 
 #include "StatusBarProgress.h"
 #include "WindowPositions.h"
-#include "admin/mdlBackup.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "lang/TranslateForm.h"

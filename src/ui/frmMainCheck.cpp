@@ -9,7 +9,7 @@
 #include "check/mdlCheck.h"
 #include "frmFehler.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QApplication>
 #include <QLineEdit>

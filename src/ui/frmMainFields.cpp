@@ -11,9 +11,9 @@
 #include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
-#include "app/mdlStart.h"
 #include "check/mdlCheck.h"
 #include "model/FormModel.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QGroupBox>

@@ -9,9 +9,9 @@
 #include "frmTestNotiz.h"
 
 #include "app/mdlMessages.h"
-#include "app/mdlStart.h"
 #include "lang/TranslateForm.h"
 #include "print/mdlPrint.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QLineEdit>

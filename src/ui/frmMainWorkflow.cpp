@@ -9,7 +9,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -3,12 +3,12 @@
 
 #include "HomeTest.h"
 #include "RecordRows.h"
-#include "admin/mdlAutoImport.h"
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/MasterData.h"
 #include "app/TextFile.h"
 #include "app/mdlDB.h"
+#include "workflow/mdlAutoImport.h"
 
 #include <QFile>
 #include <QSqlRecord>

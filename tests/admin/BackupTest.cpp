@@ -1,7 +1,7 @@
 // The dated backup tree and the removal of old days.
 
 #include "HomeTest.h"
-#include "admin/mdlBackup.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 
 #include <QDir>

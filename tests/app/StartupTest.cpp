@@ -4,8 +4,8 @@
 #include "HomeTest.h"
 #include "app/Database.h"
 #include "app/mdlDB.h"
-#include "app/mdlStart.h"
 #include "model/FormModel.h"
+#include "workflow/mdlStart.h"
 
 #include <QDir>
 

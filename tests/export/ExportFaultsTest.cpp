@@ -7,7 +7,7 @@
 #include "app/TextFile.h"
 #include "export/ExportBatch.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/PoolConnection.h"
-#include "app/Workspace.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -9,7 +9,7 @@
 #include "app/Database.h"
 #include "app/TextFile.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -10,7 +10,7 @@
 #include "app/PoolRouting.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QDateTime>
 #include <QDirIterator>

@@ -7,7 +7,7 @@
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
 #include "model/ImageFiles.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QFileInfo>
 #include <QSet>

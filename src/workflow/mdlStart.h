@@ -4,7 +4,7 @@
 // (the single-instance check, the database path check, the main window) stays with the windows program.
 #pragma once
 
-#include "FieldColours.h"
+#include "app/FieldColours.h"
 
 // The program-wide field colours, loaded by LoadColours (the defaults until then).
 FieldColours& ProgramColours();
