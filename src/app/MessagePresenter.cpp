@@ -1,5 +1,7 @@
 #include "MessagePresenter.h"
 
+#include "Seam.h"
+
 #include <cstdio>
 
 int ConsolePresenter::show(const QString& prompt, int buttons, const QString& title) {
@@ -42,13 +44,13 @@ int ConsolePresenter::show(const QString& prompt, int buttons, const QString& ti
 
 namespace {
 ConsolePresenter fallback;
-MessagePresenter* installed = nullptr;
+Seam<MessagePresenter> seam(fallback);
 } // namespace
 
 MessagePresenter& messagePresenter() {
-    return installed ? *installed : fallback;
+    return seam.get();
 }
 
 void setMessagePresenter(MessagePresenter* presenter) {
-    installed = presenter;
+    seam.install(presenter);
 }

@@ -1,5 +1,7 @@
 #include "Progress.h"
 
+#include "Seam.h"
+
 namespace {
 class SilentProgress : public Progress {
 public:
@@ -7,13 +9,13 @@ public:
     void progress(qint64, qint64) override {}
 };
 SilentProgress silent;
-Progress* installed = nullptr;
+Seam<Progress> seam(silent);
 } // namespace
 
 Progress& appProgress() {
-    return installed ? *installed : silent;
+    return seam.get();
 }
 
 void setAppProgress(Progress* progress) {
-    installed = progress;
+    seam.install(progress);
 }
