@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Re-checks stored records as after a change of master data (fill, check all fields, write back,
 // all in one transaction) and sets the figure beside the floor: the same rows read and written back
 // without checks. Usage: bench_check [RECORDS] (default 100000). Runs in a temporary home.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One process-wide seam: the implementation in use of an interface the core calls out through
 // (clock, progress sink, message presenter, report printer, report question). Never empty: a
 // fallback answers until the windows, the command line or a test installs another.

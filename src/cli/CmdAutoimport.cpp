@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli autoimport: the automatic import of system tables, as at start.
 
 #include "CliCommand.h"

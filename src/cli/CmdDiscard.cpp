@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli discard: deletes a record and its bare-named image, as "Verwerfen" in the main window
 // does. The command itself is the confirmation, so no question is asked.
 

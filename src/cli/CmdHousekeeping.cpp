@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli housekeeping: the start-up steps that need no window (field definitions, colours,
 // daily clean-up, automatic import of system tables), for workstations started by scripts.
 

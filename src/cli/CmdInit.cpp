@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli init: creates a complete home, on its own or as a workstation of a shared pool.
 
 #include "CliCommand.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli next: takes the next waiting record for this workstation, as the main window does
 // when it shows the next form, and prints its running number.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The defaults behind the two printing seams: no printer, and a report question that is always
 // answered "Kein Druck", so the core runs headless without either.
 #include "ReportChoice.h"

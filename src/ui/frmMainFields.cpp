@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the ten data fields. The field table ZVBForm_Felder (rebuilt at every start from the
 // window's tab order, so a changed order needs no migration), field lengths from the definitions,
 // what happens when a field is entered (remember its text, show its image region, place the cursor)

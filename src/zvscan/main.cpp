@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // zvscan: the evaluation program. Reads the card on every scanned page (*.tif) of the scan folder
 // (Scan_Pfad) in name order, appends one result line per page to the import file (Import_Datei) and
 // moves each evaluated page into the image folder (APP_Bildpfad), so that no page is read twice and

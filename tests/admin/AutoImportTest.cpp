@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The automatic import of master-data files at start: when a file is taken, how its lines become
 // rows, and what the operator is told about the counts.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dated backup tree and the removal of old days.
 
 #include "HomeTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The start-up steps that need no window: the field colours, the once-a-day housekeeping on the
 // fixed test date (Sunday 15 November 2026, 10:30) and the order of the steps.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A new home as `init` makes it.
 
 #include "workflow/Workspace.h"

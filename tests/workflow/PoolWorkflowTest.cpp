@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Several workstations on one shared pool: joining it, where each table lives, taking records at
 // the same moment from separate processes, and the server dropping a workstation's connection.
 // Runs in the pool variant of this program (on the throwaway server); elsewhere it says so and skips.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The record workflow on a real data.mdb: which workstation holds which record, saving with a
 // state, discarding with the image rules, and leaving the program.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The evaluation program end to end: form pages in the scan folder, `zvscan`, `veridon-cli import`,
 // and the fields in the database compared with what the cards carry; names of six alphabets must
 // arrive intact. A run that cannot write its result leaves the pages where they were.
