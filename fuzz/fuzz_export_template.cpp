@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Fuzzes the template filler of the XML hand-over with a hostile default.xml and hostile record
 // values, along the pass's own path: a template that the pass's check refuses is never filled, nor
 // is a record whose date cannot be read. For everything else the text that would be written must
