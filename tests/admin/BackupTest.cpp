@@ -31,6 +31,7 @@ TEST_F(Backup, switches_follow_the_settings) {
     EXPECT_TRUE(IsBackupImages());
 }
 
+// Folder names and time stamps: the time, then the day.
 TEST_F(Backup, folder_names_follow_the_day_and_kind) {
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, false), QString()) << "not made without create";
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), root() + "261115/importdata/");
@@ -41,6 +42,7 @@ TEST_F(Backup, folder_names_follow_the_day_and_kind) {
     // A backup root without a trailing slash gets one.
     SetSysValue("Backup_Pfad", home.path("andere"));
     EXPECT_EQ(GetBackupDir(BackupKind::Stats, true), home.path("andere/261115/stats/"));
+    EXPECT_EQ(GetBackupTimestamp(QDateTime(QDate(2026, 11, 15), QTime(14, 30, 5))), "143005_261115");
 }
 
 TEST_F(Backup, unusable_root_gives_no_folder) {
@@ -49,10 +51,6 @@ TEST_F(Backup, unusable_root_gives_no_folder) {
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), QString());
     SetSysValue("Backup_Pfad", QVariant());
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), QString());
-}
-
-TEST_F(Backup, time_stamp_is_time_then_day) {
-    EXPECT_EQ(GetBackupTimestamp(QDateTime(QDate(2026, 11, 15), QTime(14, 30, 5))), "143005_261115");
 }
 
 TEST_F(Backup, cleanup_empties_days_older_than_the_history_and_keeps_the_boundary) {
@@ -69,25 +67,22 @@ TEST_F(Backup, cleanup_empties_days_older_than_the_history_and_keeps_the_boundar
                              "261115/importdata/datei.txt", "fremd/images"})
         EXPECT_TRUE(has(QLatin1String(kept))) << kept;
     EXPECT_TRUE(messages.messages().isEmpty());
-}
 
-TEST_F(Backup, cleanup_across_the_century_rule_of_two_digit_years) {
+    // Two-digit years: 99 is 1999, 29 is 2029 and in the future.
     SetSysValue("Backup_HistoryDays", 30);
-    makeDay("991231"); // 1999
-    makeDay("291231"); // 2029: in the future, kept
+    makeDay("991231");
+    makeDay("291231");
     BackupCleanup();
     EXPECT_FALSE(has("991231/images"));
     EXPECT_TRUE(has("291231/images/datei.txt"));
-}
 
-TEST_F(Backup, history_zero_or_null_keeps_everything) {
-    makeDay("200101");
-    SetSysValue("Backup_HistoryDays", 0);
-    BackupCleanup();
-    EXPECT_TRUE(has("200101/images/datei.txt"));
-    SetSysValue("Backup_HistoryDays", QVariant());
-    BackupCleanup();
-    EXPECT_TRUE(has("200101/importdata/datei.txt"));
+    // A history of 0 or none keeps everything.
+    for (const QVariant& history : {QVariant(0), QVariant()}) {
+        makeDay("200101");
+        SetSysValue("Backup_HistoryDays", history);
+        BackupCleanup();
+        EXPECT_TRUE(has("200101/images/datei.txt")) << history.toString().toStdString();
+    }
 }
 
 } // namespace

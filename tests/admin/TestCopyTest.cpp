@@ -33,11 +33,15 @@ TEST_F(TestCopy, a_bare_name_is_copied_from_the_image_folder_with_its_note) {
     EXPECT_TRUE(has("images/26319010001.tif")) << "the record's image stays";
 }
 
-TEST_F(TestCopy, a_name_with_a_path_is_copied_from_that_path) {
+TEST_F(TestCopy, a_name_with_a_path_is_copied_from_that_path_and_a_dotted_name_keeps_its_stem) {
     const QByteArray other("andere Aufnahme");
     home.writeFile("archiv/2026/26319010001.tif", other);
     EXPECT_EQ(BelegZumTest(home.path("archiv/2026/26319010001.tif"), "x"), TestCopyResult::Done);
     EXPECT_EQ(home.readFile("test/26319010001.tif"), other);
+    // A name with dots keeps all but the last part for the note.
+    home.writeFile("images/beleg.v2.tif", "x");
+    BelegZumTest("beleg.v2.tif", "n");
+    EXPECT_TRUE(has("test/beleg.v2.txt"));
 }
 
 // The second note is empty: it still writes a line break.
@@ -47,12 +51,6 @@ TEST_F(TestCopy, putting_a_form_aside_twice_replaces_both_files) {
     EXPECT_EQ(BelegZumTest("26319010001.tif", QString()), TestCopyResult::Done);
     EXPECT_EQ(home.readFile("test/26319010001.tif"), QByteArray("neu gescannt"));
     EXPECT_EQ(home.readFile("test/26319010001.txt"), QByteArray("\r\n"));
-}
-
-TEST_F(TestCopy, a_name_with_dots_keeps_all_but_the_last_part_for_the_note) {
-    home.writeFile("images/beleg.v2.tif", "x");
-    BelegZumTest("beleg.v2.tif", "n");
-    EXPECT_TRUE(has("test/beleg.v2.txt"));
 }
 
 TEST_F(TestCopy, a_missing_or_empty_image_name_shows_no_image_and_writes_nothing) {

@@ -30,10 +30,4 @@ TEST(FieldColourTexts, each_status_code_has_its_colour) {
     EXPECT_EQ(colourForStatus("9", c), 2);
 }
 
-TEST(FieldColourTexts, defaults_match_the_setting_defaults) {
-    const FieldColours defaults;
-    for (const ColourSetting& s : colourSettings)
-        EXPECT_EQ(parseColourText(QString::fromLatin1(s.defaultText)), defaults.*(s.member)) << s.column;
-}
-
 } // namespace

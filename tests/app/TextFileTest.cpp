@@ -25,8 +25,12 @@ TEST(TextFiles, windows_1252_lines_with_crlf_lf_or_a_utf8_mark_read_alike) {
         ASSERT_TRUE(readTextLines(home.writeFile("in.txt", bytes), lines));
         EXPECT_EQ(lines, expected);
     }
+    QStringList lines{"alt"};
+    EXPECT_FALSE(readTextLines(home.path("fehlt.txt"), lines));
+    EXPECT_TRUE(lines.isEmpty()) << "a missing file reads as no lines";
 }
 
+// Characters outside Windows-1252 become question marks.
 TEST(TextFiles, written_as_windows_1252_with_crlf) {
     TempHome home(TempHome::Content::Empty);
     ASSERT_TRUE(writeTextLines(home.path("out.txt"), {"Größe €", "x"}));
@@ -34,9 +38,6 @@ TEST(TextFiles, written_as_windows_1252_with_crlf) {
                                                    "e \x80\r\nx\r\n"));
     ASSERT_TRUE(writeTextFile(home.path("t.txt"), "a\nb\r\nc"));
     EXPECT_EQ(home.readFile("t.txt"), QByteArray("a\r\nb\r\nc"));
-}
-
-TEST(TextFiles, characters_outside_windows_1252_become_question_marks) {
     EXPECT_EQ(encodeText("Łukasz Ωmega"), QByteArray("?ukasz ?mega"));
 }
 
@@ -87,12 +88,6 @@ TEST(TextFiles, a_failed_write_or_append_leaves_the_file_as_it_was) {
     setWriteBudgetForTesting(-1);
     EXPECT_TRUE(appendTextLine(log, "Zeile 2"));
     EXPECT_EQ(home.readFile("out/log.txt"), QByteArray("Zeile 1\r\nZeile 2\r\n"));
-}
-
-TEST(TextFiles, missing_file_reports_false) {
-    QStringList lines{"alt"};
-    EXPECT_FALSE(readTextLines("/nonexistent/x.txt", lines));
-    EXPECT_TRUE(lines.isEmpty());
 }
 
 } // namespace

@@ -19,12 +19,10 @@ TEST_F(DatabaseHelpers, get_value_answers_null_where_nothing_is_found) {
     EXPECT_THROW(GetValue("x", "Gibtsnicht", QString()), VeridonError) << "a missing table is an error for the caller";
 }
 
-TEST_F(DatabaseHelpers, get_value_takes_the_first_matching_row_in_table_order) {
+// The first matching row in table order; CountRows counts them all.
+TEST_F(DatabaseHelpers, get_value_takes_the_first_matching_row_and_count_rows_counts_all) {
     EXPECT_EQ(GetValue("State_ID", "sysStates", QString()).toString(), "AT");
     EXPECT_EQ(GetValue("State_ID", "sysStates", "State_XmlType='2'").toString(), "IS");
-}
-
-TEST_F(DatabaseHelpers, count_rows_counts_all_matches) {
     EXPECT_EQ(CountRows("State_ID", "sysStates", "State_ID='XX'"), 0);
     EXPECT_EQ(CountRows("State_ID", "sysStates", "State_XmlType='2'"), 3);
     EXPECT_EQ(CountRows("*", "sysLanguages", QString()), 2);
@@ -44,12 +42,6 @@ TEST_F(DatabaseHelpers, conversions_treat_null_and_empty_as_zero) {
     EXPECT_THROW(ToInteger("40000"), VeridonError);
     EXPECT_THROW(ToLong("12a"), VeridonError);
     EXPECT_EQ(StripNulls(QString("ab") + QChar(0) + "c" + QChar(0)), "abc");
-}
-
-TEST_F(DatabaseHelpers, workstation_number_comes_from_the_settings) {
-    EXPECT_EQ(GetKorrID(), 1);
-    SetSysValue("APP_KorrID", QVariant());
-    EXPECT_EQ(GetKorrID(), 0);
 }
 
 TEST_F(DatabaseHelpers, settings_writers_store_texts_flags_and_two_columns) {

@@ -170,33 +170,28 @@ TEST_F(ViewerControl, new_image_starts_upright_with_the_zoom_kept) {
     EXPECT_TRUE(viewerStatus().contains(QStringLiteral("71 %")));
 }
 
-// A mouse click ends full screen as well; afterwards the viewer window still shows its page.
-TEST_F(ViewerControl, full_screen_until_click) {
+// A mouse click ends full screen, and afterwards the viewer window still shows its page. After
+// Schliessen the last image can still be shown full screen (the main window does that with the
+// display switched off); Schliessen during full screen ends it.
+TEST_F(ViewerControl, full_screen_ends_on_a_click_or_schliessen) {
     ASSERT_EQ(show(colourPath, surnameBlock), 1);
     const QRect before = blue();
-    bool clicked = false;
+    int shown = 0;
     ASSERT_EQ(showFullScreen([&](QWidget* view) {
-                  clicked = true;
+                  ++shown;
                   QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(20, 20));
               }),
               1);
-    EXPECT_TRUE(clicked);
     EXPECT_EQ(fullScreenView(), nullptr);
     EXPECT_EQ(blue(), before);
-}
 
-// After Schliessen the last image can still be shown full screen (the main window does that with
-// the display switched off); Schliessen during full screen ends it.
-TEST_F(ViewerControl, full_screen_after_close_and_closed_by_schliessen) {
-    ASSERT_EQ(show(colourPath, surnameBlock), 1);
     ASSERT_EQ(Schliessen(), 1);
-    bool shown = false;
     ASSERT_EQ(showFullScreen([&](QWidget*) {
-                  shown = true;
+                  ++shown;
                   EXPECT_EQ(Schliessen(), 1);
               }),
               1);
-    EXPECT_TRUE(shown);
+    EXPECT_EQ(shown, 2);
     EXPECT_EQ(fullScreenView(), nullptr);
     EXPECT_FALSE(viewerWindow()->isVisible());
 }
