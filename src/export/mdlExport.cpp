@@ -146,9 +146,11 @@ bool ExportZVBWerte() {
         if (numbers.isEmpty())
             return;
         Progress& progress = appProgress();
-        const QString label = QStringLiteral("Export von korrigierten Daten: ");
+        // The status text in the operator's language, read once for the pass.
+        const QString label =
+            GetText(QStringLiteral("Txt_ExportProgress"), QStringLiteral("Export von korrigierten Daten: %1"));
         progress.progress(0, numbers.size());
-        progress.status(label + QLatin1Char('0'));
+        progress.status(QString(label).replace(QLatin1String("%1"), QLatin1String("0")));
 
         PassTransaction pass;
         ActivePass active(&pass);
@@ -173,7 +175,7 @@ bool ExportZVBWerte() {
                 fetch.finish();
                 ++done;
                 progress.progress(done, numbers.size());
-                progress.status(label + QString::number(done));
+                progress.status(QString(label).replace(QLatin1String("%1"), QString::number(done)));
             }
             pass.commit();
         } catch (const std::exception&) {

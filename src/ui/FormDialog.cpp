@@ -14,5 +14,5 @@ void FormDialog::done(int result) {
 
 void FormDialog::formLoaded() {
     TranslateForm(this);
-    RestoreWindowPosition(this);
+    RestoreOrPlaceBesideFields(this);
 }
