@@ -6,6 +6,7 @@
 #include "CommittedBatch.h"
 #include "app/Database.h"
 #include "app/Home.h"
+#include "app/PoolConnection.h"
 #include "app/Progress.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -83,6 +84,9 @@ void judgeCounts(const QString& table, int oldCount, int newCount) {
 qint16 ZVBAutoImport() {
     qint16 imported = 0;
     RunReported(QStringLiteral("ZVBAutoImport"), [&] {
+        // On a shared pool one workstation imports; one starting meanwhile waits, then finds the
+        // files already imported.
+        const PoolLock oneAtATime(PoolLockKey::AutoImport);
         const QVector<RegistryEntry> entries = readRegistry();
         Progress& progress = appProgress();
         bool definitionsChanged = false;

@@ -1,6 +1,9 @@
 #include "ColumnInfo.h"
 
 #include "Database.h"
+#include "JetDialectPg.h"
+#include "PoolConnection.h"
+#include "PoolRouting.h"
 
 #include <QHash>
 #include <QRegularExpression>
@@ -48,7 +51,15 @@ thread_local ColumnCache cache;
 
 void forgetTableColumns() {
     cache.tables.clear();
+    forgetPoolCatalog();
 }
+
+namespace {
+// True when table lives on the pool server of this workstation.
+bool onPoolServer(const QString& table) {
+    return homeUsesPool() && storeOfTable(table) == TableStore::Pool;
+}
+} // namespace
 
 QVector<ColumnInfo> tableColumns(const QString& table) {
     static const QRegularExpression sizePattern(QStringLiteral("\\(\\s*(\\d+)\\s*\\)"));
@@ -62,6 +73,11 @@ QVector<ColumnInfo> tableColumns(const QString& table) {
     if (hit != cache.tables.constEnd())
         return hit.value();
     QVector<ColumnInfo> columns;
+    if (onPoolServer(table)) {
+        columns = poolTableColumns(poolDatabase(), table);
+        cache.tables.insert(key, columns);
+        return columns;
+    }
     QSqlQuery q(db);
     // PRAGMA arguments cannot be bound; the name is quoted as a string literal instead.
     if (!q.exec(QStringLiteral("PRAGMA table_info(%1)").arg(sqlQuote(table))))
@@ -90,6 +106,8 @@ int indexOfColumn(const QVector<ColumnInfo>& columns, const QString& name) {
 }
 
 bool tableExists(const QString& table) {
+    if (onPoolServer(table))
+        return poolTableExists(poolDatabase(), table);
     QSqlQuery q(database());
     q.prepare(QStringLiteral("SELECT 1 FROM sqlite_master WHERE type IN ('table','view') AND name=? COLLATE NOCASE"));
     q.addBindValue(table);

@@ -2,6 +2,9 @@
 
 #include "ColumnInfo.h"
 #include "JetDialect.h"
+#include "JetDialectPg.h"
+#include "PoolConnection.h"
+#include "PoolRouting.h"
 #include "mdlDB.h"
 
 #include <QFileInfo>
@@ -17,6 +20,7 @@ namespace {
 struct ThreadConnection {
     QString name;
     int transactionDepth = 0;
+    bool poolTransaction = false; // the pool connection is inside this thread's transaction
 
     ~ThreadConnection() { close(); }
 
@@ -31,6 +35,7 @@ struct ThreadConnection {
         QSqlDatabase::removeDatabase(name);
         name.clear();
         transactionDepth = 0;
+        poolTransaction = false;
     }
 };
 
@@ -51,6 +56,7 @@ VeridonError errorFrom(const QSqlError& error, const QString& statement) {
 
 QSqlDatabase openConnection(const QString& path) {
     connection.close();
+    closePool();
     const QString name = QStringLiteral("veridon-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
     db.setDatabaseName(path);
@@ -98,6 +104,12 @@ quint64 connectionGeneration() {
 
 void closeDatabase() {
     connection.close();
+    closePool();
+}
+
+void notePoolConnectionChanged() {
+    ++generation;
+    forgetTableColumns();
 }
 
 void createDatabaseFile(const QString& path) {
@@ -114,38 +126,126 @@ void noteSchemaChange(const QString& sql) {
 }
 } // namespace
 
+namespace {
+
+// A statement on the database that holds its tables, in that database's dialect.
+struct RoutedStatement {
+    QSqlDatabase db;
+    QString sql;
+    bool pool = false;
+};
+
+// The pool connection, joined to this thread's transaction when one is open.
+QSqlDatabase poolForStatement() {
+    QSqlDatabase db = poolDatabase();
+    if (connection.transactionDepth > 0 && !connection.poolTransaction) {
+        if (!db.transaction())
+            throw errorFrom(db.lastError(), QStringLiteral("BEGIN"));
+        connection.poolTransaction = true;
+    }
+    return db;
+}
+
+RoutedStatement route(const QString& jetSql) {
+    QSqlDatabase local = database();
+    // Checked on every workstation, so a statement that could not run on a pool workstation fails
+    // wherever it is tried first.
+    const TableStore store = storeOfStatement(jetSql);
+    if (store == TableStore::Local || !homeUsesPool())
+        return {local, translateJet(jetSql), false};
+    QSqlDatabase db = poolForStatement();
+    return {db, translateJetPg(jetSql, db), true};
+}
+
+bool onPool(const QSqlQuery& query) {
+    return query.driver() && query.driver()->dbmsType() == QSqlDriver::PostgreSQL;
+}
+
+// The error of a failed statement. On the pool a lost connection is dropped, so the next statement
+// connects again, and reported as the server being gone.
+VeridonError failure(const QSqlQuery& query, const QString& statement) {
+    if (onPool(query) && isConnectionLoss(query.lastError())) {
+        const QString reason = query.lastError().text();
+        dropPoolConnection();
+        connection.poolTransaction = false;
+        return VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), reason));
+    }
+    return errorFrom(query.lastError(), statement);
+}
+
+// Runs run() on query; inside a pool transaction under a savepoint, so that a failed statement is
+// undone alone instead of spoiling the rest of the batch.
+template <class Run> bool guarded(QSqlQuery& query, Run run) {
+    if (!onPool(query))
+        return run();
+    // Yes/no columns hold 1 and 0 in the pool as in data.mdb; the driver would send a bool as TRUE.
+    const QVariantList bound = query.boundValues();
+    for (int i = 0; i < bound.size(); ++i)
+        if (bound[i].typeId() == QMetaType::Bool)
+            query.bindValue(i, bound[i].toBool() ? 1 : 0);
+    poolForStatement(); // a statement prepared before the transaction began runs inside it
+    if (!connection.poolTransaction)
+        return run();
+    QSqlQuery mark(poolDatabase());
+    mark.exec(QStringLiteral("SAVEPOINT veridon_statement"));
+    const bool ok = run();
+    mark.exec(ok ? QStringLiteral("RELEASE SAVEPOINT veridon_statement")
+                 : QStringLiteral("ROLLBACK TO SAVEPOINT veridon_statement"));
+    return ok;
+}
+
+} // namespace
+
 QSqlQuery prepareSql(const QString& jetSql) {
-    const QString sql = translateJet(jetSql);
-    QSqlQuery q(database());
-    q.setForwardOnly(true);
-    if (!q.prepare(sql))
-        throw errorFrom(q.lastError(), jetSql);
+    const RoutedStatement s = route(jetSql);
+    QSqlQuery q(s.db);
+    // On the pool a forward-only result is streamed and lost when the connection runs the next
+    // statement; callers read a result while they run others, so the pool's results are read whole.
+    q.setForwardOnly(!s.pool);
+    if (!q.prepare(s.sql))
+        throw failure(q, jetSql);
     return q;
 }
 
 void execPrepared(QSqlQuery& query) {
-    if (!query.exec())
-        throw errorFrom(query.lastError(), query.lastQuery());
+    if (!guarded(query, [&] { return query.exec(); }))
+        throw failure(query, query.lastQuery());
 }
 
 QSqlQuery execSql(const QString& jetSql, const QVariantList& bindValues) {
-    const QString sql = translateJet(jetSql);
-    QSqlQuery q(database());
-    q.setForwardOnly(true);
+    const RoutedStatement s = route(jetSql);
+    QSqlQuery q(s.db);
+    // On the pool a forward-only result is streamed and lost when the connection runs the next
+    // statement; callers read a result while they run others, so the pool's results are read whole.
+    q.setForwardOnly(!s.pool);
     if (bindValues.isEmpty()) {
-        const bool ok = q.exec(sql);
-        noteSchemaChange(sql);
+        const bool ok = guarded(q, [&] { return q.exec(s.sql); });
+        noteSchemaChange(s.sql);
         if (!ok)
-            throw errorFrom(q.lastError(), jetSql);
+            throw failure(q, jetSql);
         return q;
     }
-    if (!q.prepare(sql))
-        throw errorFrom(q.lastError(), jetSql);
+    if (!q.prepare(s.sql))
+        throw failure(q, jetSql);
     for (const QVariant& v : bindValues)
         q.addBindValue(v);
-    if (!q.exec())
-        throw errorFrom(q.lastError(), jetSql);
+    if (!guarded(q, [&] { return q.exec(); }))
+        throw failure(q, jetSql);
     return q;
+}
+
+QSqlQuery execPoolSql(const QString& sql) {
+    database();
+    QSqlQuery q(poolForStatement());
+    q.setForwardOnly(true);
+    if (!guarded(q, [&] { return q.exec(sql); }))
+        throw failure(q, sql);
+    return q;
+}
+
+QString skipLockedClause(const QString& jetSql) {
+    return storeOfStatement(jetSql) == TableStore::Pool && homeUsesPool() ? QStringLiteral(" FOR UPDATE SKIP LOCKED")
+                                                                          : QString();
 }
 
 QString sqlQuote(const QString& text) {
@@ -163,6 +263,26 @@ void requireColumn(const QString& table, const QString& column) {
         throw VeridonError(ErrorNumber::ColumnMissing,
                            QStringLiteral("Das Feld '%1' ist in der Tabelle '%2' nicht vorhanden.").arg(column, table));
 }
+
+namespace {
+// Ends the pool side of this thread's transaction (joined by the first pool statement inside it).
+void endPoolTransaction(bool commit) {
+    if (!connection.poolTransaction)
+        return;
+    connection.poolTransaction = false;
+    QSqlDatabase db = poolDatabase();
+    if (commit && !db.commit()) {
+        const QSqlError error = db.lastError();
+        if (isConnectionLoss(error)) {
+            dropPoolConnection();
+            throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+        }
+        throw errorFrom(error, QStringLiteral("COMMIT"));
+    }
+    if (!commit)
+        db.rollback();
+}
+} // namespace
 
 Transaction::Transaction() {
     QSqlDatabase db = database();
@@ -182,6 +302,8 @@ Transaction::~Transaction() {
     if (done_)
         return;
     --connection.transactionDepth;
+    if (owner_)
+        endPoolTransaction(false);
     if (owner_ && !connection.name.isEmpty()) {
         QSqlQuery rollback(QSqlDatabase::database(connection.name, false));
         rollback.exec(QStringLiteral("ROLLBACK"));
@@ -194,11 +316,19 @@ void Transaction::commit() {
     done_ = true;
     --connection.transactionDepth;
     if (owner_) {
-        QSqlQuery commit(QSqlDatabase::database(connection.name, false));
+        QSqlDatabase db = QSqlDatabase::database(connection.name, false);
+        try {
+            endPoolTransaction(true);
+        } catch (const VeridonError&) {
+            QSqlQuery(db).exec(
+                QStringLiteral("ROLLBACK")); // the batch failed as a whole; data.mdb must not keep its half
+            throw;
+        }
+        QSqlQuery commit(db);
         if (!commit.exec(QStringLiteral("COMMIT"))) {
             const VeridonError e = errorFrom(commit.lastError(), QStringLiteral("COMMIT"));
             // A commit that failed leaves the transaction open; nothing of it may stay pending.
-            QSqlQuery(QSqlDatabase::database(connection.name, false)).exec(QStringLiteral("ROLLBACK"));
+            QSqlQuery(db).exec(QStringLiteral("ROLLBACK"));
             throw e;
         }
     }

@@ -23,19 +23,36 @@ void closeDatabase();
 // to know that their connection is gone.
 quint64 connectionGeneration();
 
+// Called when this thread's connection to the pool server is opened or dropped: prepared
+// statements of the old connection are then stale as well.
+void notePoolConnectionChanged();
+
 // Creates a new, empty data.mdb at path (WAL journal) and opens it as this thread's connection.
 // An existing file is left alone and opened.
 void createDatabaseFile(const QString& path);
 
 // Runs one statement written in the Jet dialect, with optional bound values, and returns the
-// executed query positioned before its first row. Throws VeridonError with SQLite's error number
-// and text when the statement fails.
+// executed query positioned before its first row. On a workstation joined to a pool the statement
+// runs where its tables live (PoolRouting.h). Throws VeridonError with the database's error number
+// and text when the statement fails, PoolUnreachableError when the pool server is gone, and
+// MixedStatementError for a statement naming tables of both databases.
 QSqlQuery execSql(const QString& jetSql, const QVariantList& bindValues = {});
 
-// Prepares a statement (Jet dialect) once for repeated execution with different bound values.
+// Prepares a statement (Jet dialect) once for repeated execution with different bound values, on
+// the database that holds its tables.
 QSqlQuery prepareSql(const QString& jetSql);
 // Executes a prepared query; throws VeridonError on failure.
 void execPrepared(QSqlQuery& query);
+
+// Runs a statement of the server's own SQL that names no table (an advisory lock, the pool's
+// functions) on the pool server, inside this thread's transaction when one is open. Throws like
+// execSql; PoolUnreachableError also when the home is not joined to a pool.
+QSqlQuery execPoolSql(const QString& sql);
+
+// " FOR UPDATE SKIP LOCKED" when jetSql runs on the pool server, else "". Appended to a SELECT that
+// picks rows to work on inside a transaction, it makes every other workstation pass over the rows
+// this one holds until its transaction ends. data.mdb has one writer at a time and needs none.
+QString skipLockedClause(const QString& jetSql);
 
 // A text as an SQL string literal: in apostrophes, embedded apostrophes doubled. Every text that
 // comes from data, a file or the operator goes into SQL through this or a bound value.
@@ -44,11 +61,13 @@ QString sqlQuote(const QString& text);
 // Throws VeridonError unless table exists; unless column exists in it (column may be empty).
 void requireColumn(const QString& table, const QString& column = QString());
 
-// Runs a batch in one transaction on this thread's connection. Nested use joins the outer
-// transaction. The outermost one takes the write lock at once (BEGIN IMMEDIATE), waiting up to the
-// busy timeout while another process holds it, and throws VeridonError (SQLite's "database is
-// locked") when the wait ran out. Commits when commit() is called (a failed commit rolls back and
-// throws); rolls back on destruction otherwise.
+// Runs a batch in one transaction on this thread's connection, and on its pool connection when the
+// home is joined to a pool. Nested use joins the outer transaction. The outermost one takes
+// data.mdb's write lock at once (BEGIN IMMEDIATE), waiting up to the busy timeout while another
+// process holds it, and throws VeridonError (SQLite's "database is locked") when the wait ran out.
+// Commits when commit() is called (a failed commit rolls back and throws); rolls back on
+// destruction otherwise. On the pool a failed statement is undone alone, so a batch that reports a
+// failure and goes on keeps what it did, as on data.mdb.
 class Transaction {
 public:
     Transaction();

@@ -28,6 +28,8 @@ private:
 namespace ErrorNumber {
 inline constexpr int FileNotFound = 53;
 inline constexpr int PathNotFound = 76;
+inline constexpr int DiskFull = 61;
+inline constexpr int DeviceIO = 57;
 inline constexpr int TypeMismatch = 13;
 inline constexpr int Overflow = 6;
 inline constexpr int InvalidArgument = 5;

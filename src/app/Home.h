@@ -22,5 +22,12 @@ QString homePath(const QString& fileName);
 // Appends "/" to a folder path that does not end in one; an empty path stays empty.
 QString withTrailingSlash(const QString& folder);
 
-// Folder of the installed master data (data/ of the source tree unless $VERIDON_DATA says otherwise).
+// Folder of the master data, templates and demo files that `init` installs: $VERIDON_DATA when set,
+// else masterDataDirFor() the running program's folder.
 QString masterDataDir();
+
+// The data folder for a program in programDir: the installed one beside it (<prefix>/bin ->
+// <prefix>/share/veridon) when it is there; for a program inside the build tree the source tree's
+// data/; otherwise the installed location, even when it is missing, so that an installed program
+// never reads a source tree and its error names the folder it expected.
+QString masterDataDirFor(const QString& programDir);

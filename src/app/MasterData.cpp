@@ -66,10 +66,13 @@ int loadTableFile(const QString& table, const QString& path) {
     return rows;
 }
 
-int loadTableFolder(const QString& folder) {
+int loadTableFolder(const QString& folder, const QStringList& onlyTables) {
     int rows = 0;
     const QFileInfoList files = QDir(folder).entryInfoList({QStringLiteral("*.tsv")}, QDir::Files, QDir::Name);
-    for (const QFileInfo& info : files)
-        rows += loadTableFile(info.fileName().section(QLatin1Char('.'), 0, 0), info.absoluteFilePath());
+    for (const QFileInfo& info : files) {
+        const QString table = info.fileName().section(QLatin1Char('.'), 0, 0);
+        if (onlyTables.isEmpty() || onlyTables.contains(table, Qt::CaseInsensitive))
+            rows += loadTableFile(table, info.absoluteFilePath());
+    }
     return rows;
 }

@@ -4,12 +4,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 // Appends the rows of the file at path to table. Returns the number of rows added. Throws
 // VeridonError when the file cannot be read, the table or a column does not exist, or a row
 // does not fit.
 int loadTableFile(const QString& table, const QString& path);
 
-// Loads every "<Table>.tsv" and "<Table>.<part>.tsv" of folder into its table, in name order.
-// Returns the number of rows added.
-int loadTableFolder(const QString& folder);
+// Loads every "<Table>.tsv" and "<Table>.<part>.tsv" of folder into its table, in name order; with
+// a list of tables, only the files of those. Returns the number of rows added.
+int loadTableFolder(const QString& folder, const QStringList& onlyTables = {});

@@ -1,7 +1,9 @@
 #include "TextFile.h"
 
+#include "CheckedFile.h"
+#include "Errors.h"
+
 #include <QFile>
-#include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
 
@@ -64,12 +66,13 @@ bool readTextLines(const QString& path, QStringList& lines) {
 }
 
 bool writeTextFile(const QString& path, const QString& text) {
-    // Written aside and renamed, so a crash never leaves half a file behind.
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    // Written aside, synced and renamed, so a crash never leaves half a file behind.
+    try {
+        writeFileChecked(path, encodeText(text));
+        return true;
+    } catch (const VeridonError&) {
         return false;
-    file.write(encodeText(text));
-    return file.commit();
+    }
 }
 
 bool writeTextLines(const QString& path, const QStringList& lines) {
@@ -80,9 +83,10 @@ bool writeTextLines(const QString& path, const QStringList& lines) {
 }
 
 bool appendTextLine(const QString& path, const QString& line) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append))
+    try {
+        appendFileChecked(path, encodeText(line + QLatin1String("\r\n")));
+        return true;
+    } catch (const VeridonError&) {
         return false;
-    const QByteArray bytes = encodeText(line + QLatin1String("\r\n"));
-    return file.write(bytes) == bytes.size();
+    }
 }

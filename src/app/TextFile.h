@@ -24,11 +24,13 @@ bool readTextLines(const QString& path, QStringList& lines);
 // Reads a whole text file; returns false when it cannot be read.
 bool readTextFile(const QString& path, QString& text);
 
-// Writes lines, each ended by CR LF, replacing the file. Returns false when it cannot be written.
+// Writes lines, each ended by CR LF, replacing the file (through writeFileChecked: complete, synced
+// and renamed into place, or the old file untouched). Returns false when it cannot be written.
 bool writeTextLines(const QString& path, const QStringList& lines);
 
 // Writes text as it stands (line ends converted to CR LF), replacing the file.
 bool writeTextFile(const QString& path, const QString& text);
 
-// Appends one line ended by CR LF, creating the file when missing.
+// Appends one line ended by CR LF, creating the file when missing, synced (appendFileChecked: a
+// failed append leaves no partial line). Returns false when it cannot be written.
 bool appendTextLine(const QString& path, const QString& line);

@@ -2,8 +2,12 @@
 
 #include "Database.h"
 #include "Home.h"
+#include "JetDialectPg.h"
 #include "MasterData.h"
+#include "PoolConnection.h"
+#include "PoolRouting.h"
 #include "TextFile.h"
+#include "mdlDB.h"
 #include "model/Schema.h"
 
 #include <QDir>
@@ -53,7 +57,10 @@ QStringList homeWorkingFolders() {
             QStringLiteral("export"), QStringLiteral("backup"), QStringLiteral("test")};
 }
 
-void initHome(const QString& folder, bool demo, bool force) {
+namespace {
+
+// Makes folder the home and removes an existing data.mdb when force allows it.
+void prepareHomeFolder(const QString& folder, bool force) {
     if (!QDir().mkpath(folder))
         throw VeridonError(ErrorNumber::PathNotFound,
                            QStringLiteral("Der Ordner '%1' kann nicht angelegt werden.").arg(folder));
@@ -70,6 +77,13 @@ void initHome(const QString& folder, bool demo, bool force) {
         for (const char* suffix : {"", "-wal", "-shm"})
             QFile::remove(dbPath + QLatin1String(suffix));
     }
+}
+
+} // namespace
+
+void initHome(const QString& folder, bool demo, bool force) {
+    prepareHomeFolder(folder, force);
+    const QString dbPath = homePath(QStringLiteral("data.mdb"));
     createDatabaseFile(dbPath);
     createSchema();
     const QString data = masterDataDir();
@@ -81,4 +95,41 @@ void initHome(const QString& folder, bool demo, bool force) {
         loadTableFolder(data + QStringLiteral("demo/tables"));
         installTree(data + QStringLiteral("demo/home/"), homeDir(), true);
     }
+}
+
+PoolJoin initPoolHome(const QString& folder, const QString& uri, qint16 workstation, bool demo, bool force) {
+    QString reason;
+    if (!serverAnswers(uri, &reason))
+        throw VeridonError(PoolUnreachableError, reason);
+    prepareHomeFolder(folder, force);
+    createDatabaseFile(homePath(QStringLiteral("data.mdb")));
+    const QString data = masterDataDir();
+    createTables(localTables());
+    loadTableFolder(data + QStringLiteral("tables"), localTables());
+    SetSysValue(QStringLiteral("APP_ServerDB"), uri.trimmed());
+    SetSysValue(QStringLiteral("APP_KorrID"), int(workstation));
+    // Scan file names carry this number, so workstations sharing an image folder never collide.
+    SetSysValue(QStringLiteral("Scan_RechnerId"), QString::number(workstation).rightJustified(2, QLatin1Char('0')));
+    closePool(); // the home is joined from here on: pool tables go to the server
+
+    PoolJoin join;
+    {
+        Transaction transaction;
+        // Workstations joining at the same moment wait here for the first one to create the pool.
+        execPoolSql(QStringLiteral("SELECT pg_advisory_xact_lock(7411501)"));
+        if (!tableExists(GetValuesTable())) {
+            for (const QString& statement : poolDialectObjects())
+                execPoolSql(statement);
+            createTables(poolTables());
+            loadTableFolder(data + QStringLiteral("tables"), poolTables());
+            join.createdPool = true;
+        }
+        transaction.commit();
+    }
+    installTree(data + QStringLiteral("home/"), homeDir(), force);
+    for (const QString& sub : homeWorkingFolders())
+        QDir().mkpath(homePath(sub));
+    if (demo && join.createdPool)
+        installTree(data + QStringLiteral("demo/home/"), homeDir(), true);
+    return join;
 }

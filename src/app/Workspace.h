@@ -15,3 +15,16 @@ void initHome(const QString& folder, bool demo, bool force);
 
 // The working folders a new home gets, relative to the home.
 QStringList homeWorkingFolders();
+
+// How a home joined to a shared pool came about.
+struct PoolJoin {
+    bool createdPool = false; // the server database was empty: its schema and master data were made
+};
+
+// Creates (or with force re-creates) the home in folder as a workstation of the shared pool at uri
+// with workstation number workstation: data.mdb holds only the workstation's own tables, with
+// APP_ServerDB = uri, APP_KorrID and Scan_RechnerId = workstation. When the server database has no
+// pool yet, its schema and master data are created (and demo files installed with demo); several
+// workstations joining at once create it once. Throws VeridonError (HomeExistsError as initHome;
+// PoolUnreachableError when the server does not answer; the server's error otherwise).
+PoolJoin initPoolHome(const QString& folder, const QString& uri, qint16 workstation, bool demo, bool force);

@@ -55,7 +55,7 @@ int CountRows(const QString& column, const QString& table, const QString& condit
     QString sql = QStringLiteral("SELECT COUNT(*) FROM (SELECT %1 FROM %2").arg(column, table);
     if (!condition.isEmpty())
         sql += QStringLiteral(" WHERE ") + condition;
-    sql += QLatin1Char(')');
+    sql += QStringLiteral(") AS counted"); // the pool's server wants every derived table named
     QSqlQuery q = execSql(sql);
     return q.next() ? q.value(0).toInt() : 0;
 }

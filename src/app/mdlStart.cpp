@@ -7,6 +7,7 @@
 
 #include "admin/mdlAutoImport.h"
 #include "admin/mdlBackup.h"
+#include "export/mdlExport.h"
 #include "model/FormModel.h"
 
 namespace {
@@ -78,5 +79,6 @@ void RunStartupSteps() {
     runStartStep([] { WerteArray().Clear(); });
     LoadColours();
     runStartStep([] { DBAufraeumen(); });
+    runStartStep([] { FinishInterruptedExports(); });
     runStartStep([] { ZVBAutoImport(); });
 }

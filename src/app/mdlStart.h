@@ -1,7 +1,7 @@
 // The head-less steps of start-up, shared by the windows program and the command line: the field
-// definitions and the empty record, the six field colours, the daily housekeeping and the automatic
-// import of system tables, in this order. Whatever shows windows (the single-instance check, the
-// database path check, the main window) stays with the windows program.
+// definitions and the empty record, the six field colours, the daily housekeeping, the finishing of
+// an export that a crash interrupted and the automatic import of system tables, in this order. Whatever shows windows
+// (the single-instance check, the database path check, the main window) stays with the windows program.
 #pragma once
 
 #include "FieldColours.h"
@@ -21,6 +21,7 @@ void LoadColours();
 void DBAufraeumen();
 
 // Start-up steps 4 to 8 without windows: fills the field definitions, empties the record values,
-// LoadColours, DBAufraeumen and the automatic import of system tables. An unexpected failure is
-// shown as "Msg_RuntimeErr" for "MAIN()" (shown, not logged) and the remaining steps still run.
+// LoadColours, DBAufraeumen, FinishInterruptedExports and the automatic import of system tables. An
+// unexpected failure is shown as "Msg_RuntimeErr" for "MAIN()" (shown, not logged) and the remaining
+// steps still run.
 void RunStartupSteps();

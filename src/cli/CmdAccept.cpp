@@ -52,9 +52,14 @@ int runAccept(CliContext& c) {
     const int errorsBefore = c.presenter.errorCount();
     if (!CompleteHandOver(number))
         return Exit::Failure;
+    if (c.presenter.errorCount() > errorsBefore) {
+        c.out << "Beleg " << number << " übergeben; der Export ist fehlgeschlagen und wird beim nächsten Export "
+              << "nachgeholt\n";
+        return Exit::Failure;
+    }
     c.out << "Beleg " << number << " übergeben und exportiert nach " << GetSysText(QStringLiteral("Export_Pfad"))
           << '\n';
-    return c.presenter.errorCount() > errorsBefore ? Exit::Failure : Exit::Ok;
+    return Exit::Ok;
 }
 
 const CliRegistration registration({"accept", "LFDNR [--yes] [--pdf ORDNER] [--report ambulant|stationaer|kein]",

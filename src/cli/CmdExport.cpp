@@ -8,8 +8,9 @@
 
 namespace {
 
+// Records the pass takes: ready ones and those an interrupted pass left in 21 or 41.
 int countReady() {
-    return CountRows(QStringLiteral("*"), GetValuesTable(), QStringLiteral("Workflow_Status=20 OR Workflow_Status=40"));
+    return CountRows(QStringLiteral("*"), GetValuesTable(), QStringLiteral("Workflow_Status IN (20, 40, 21, 41)"));
 }
 
 int runExport(CliContext& c) {

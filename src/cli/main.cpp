@@ -2,11 +2,13 @@
 // operators without a display.
 
 #include "CliCommand.h"
+#include "app/CommandLineTexts.h"
 #include "app/Errors.h"
 #include "app/Home.h"
 #include "app/HomeLock.h"
 #include "app/mdlMessages.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <cstdio>
@@ -14,19 +16,14 @@
 
 namespace {
 
-void printHelp(QTextStream& out) {
-    out << "Aufruf: veridon-cli [--home ORDNER] [--yes|--no] BEFEHL [ARGUMENTE]\n\n"
-           "Veridon: Erfassung von EHIC-Belegen. Der Home-Ordner enthält data.mdb, tarnvel.ini,\n"
-           "default.xml und zvMsgLog.txt; ohne --home gilt $VERIDON_HOME, sonst der Programmordner.\n\n"
-           "Optionen:\n"
-           "  --home ORDNER   Home-Ordner\n"
-           "  --yes, --no     Antwort auf Rückfragen (ohne Angabe: Nein)\n"
-           "  --help          diese Hilfe\n"
-           "  --version       Programmversion\n\n"
-           "Befehle:\n";
+// The usage, the options (from the parser), the commands and the exit codes.
+void printHelp(QTextStream& out, const QCommandLineParser& parser) {
+    out << commandLineHelp(parser) << QString::fromUtf8("\nBefehle:\n");
     for (const CliCommand& c : CliRegistry::all()) {
+        // A call too long for the column puts its summary on the next line, aligned.
         const QString head = QStringLiteral("  %1 %2").arg(QLatin1String(c.name), QLatin1String(c.usage));
-        out << head.leftJustified(44) << ' ' << c.summary << '\n';
+        out << (head.size() > 44 ? head + QLatin1Char('\n') + QString(45, QLatin1Char(' ')) : head.leftJustified(45))
+            << c.summary << '\n';
     }
     out << "\nExit-Code: 0 Erfolg, 1 gemeldeter Fehler, 2 falscher Aufruf.\n";
 }
@@ -64,31 +61,44 @@ int main(int argc, char** argv) {
     QTextStream out(stdout);
     QTextStream err(stderr);
 
-    QStringList args = QCoreApplication::arguments().mid(1);
-    QString home;
-    bool yes = false;
-    bool no = false;
-    while (!args.isEmpty() && args.first().startsWith(QLatin1String("--"))) {
-        const QString option = args.takeFirst();
-        if (option == QLatin1String("--help")) {
-            printHelp(out);
-            return Exit::Ok;
-        } else if (option == QLatin1String("--version")) {
-            out << "veridon-cli " << VERIDON_VERSION << '\n';
-            return Exit::Ok;
-        } else if (option == QLatin1String("--home") && !args.isEmpty()) {
-            home = args.takeFirst();
-        } else if (option == QLatin1String("--yes")) {
-            yes = true;
-        } else if (option == QLatin1String("--no")) {
-            no = true;
-        } else {
-            err << "veridon-cli: unbekannte Option '" << option << "' (--help zeigt die Aufrufe)\n";
-            return Exit::Usage;
-        }
+    installCommandLineTexts();
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QString::fromUtf8("\nVeridon: Erfassung von EHIC-Belegen. Der Home-Ordner enthält data.mdb, tarnvel.ini,\n"
+                          "default.xml und zvMsgLog.txt; ohne --home gilt $VERIDON_HOME, sonst der Programmordner."));
+    // Everything after the command's name belongs to the command, options included.
+    parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption homeOption(QStringLiteral("home"), QStringLiteral("Home-Ordner"),
+                                        QStringLiteral("ORDNER"));
+    const QCommandLineOption yesOption(QStringLiteral("yes"), QString::fromUtf8("Antwort Ja auf Rückfragen"));
+    const QCommandLineOption noOption(QStringLiteral("no"),
+                                      QString::fromUtf8("Antwort Nein auf Rückfragen (ohne Angabe: Nein)"));
+    parser.addOptions({homeOption, yesOption, noOption});
+    parser.addPositionalArgument(QStringLiteral("befehl"),
+                                 QString::fromUtf8("einer der Befehle unten, mit seinen Argumenten"),
+                                 QStringLiteral("BEFEHL [ARGUMENTE]"));
+    if (!parser.parse(QCoreApplication::arguments())) {
+        err << "veridon-cli: " << parser.errorText() << " (--help zeigt die Aufrufe)\n";
+        return Exit::Usage;
     }
+    if (parser.isSet(QStringLiteral("help-all")))
+        parser.process(QCoreApplication::arguments()); // prints Qt's options too and ends
+    if (parser.isSet(help)) {
+        printHelp(out, parser);
+        return Exit::Ok;
+    }
+    if (parser.isSet(version)) {
+        out << "veridon-cli " << VERIDON_VERSION << '\n';
+        return Exit::Ok;
+    }
+    QStringList args = parser.positionalArguments();
+    const QString home = parser.value(homeOption);
+    const bool yes = parser.isSet(yesOption);
+    const bool no = parser.isSet(noOption);
     if (args.isEmpty()) {
-        printHelp(err);
+        printHelp(err, parser);
         return Exit::Usage;
     }
     if (yes && no) {

@@ -2,9 +2,36 @@
 // the receiving side's format was defined around it; only the values are made safe for XML.
 #include "ExportTemplate.h"
 
+#include <QXmlStreamReader>
+
 namespace {
 
 const QString crlf = QStringLiteral("\r\n");
+
+// The characters Windows-1252 gives to the bytes 0x80-0x9F (0 for the five it leaves undefined).
+constexpr char16_t cp1252High[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                     0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+
+bool isInWindows1252(char32_t c) {
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
+        return true;
+    if (c > 0xFFFF)
+        return false;
+    for (const char16_t mapped : cp1252High)
+        if (mapped != 0 && mapped == c)
+            return true;
+    return false;
+}
+
+bool isForbiddenInXml(char32_t c) {
+    if (c < 0x20)
+        return c != 0x09 && c != 0x0A && c != 0x0D;
+    if (c >= 0x80 && c <= 0x9F) // only the undefined bytes' code points; the others leave as references
+        return cp1252High[c - 0x80] == 0;
+    return c == 0xFFFE || c == 0xFFFF || (c >= 0xD800 && c <= 0xDFFF);
+}
 
 } // namespace
 
@@ -65,6 +92,58 @@ QString XmlEscape(const QString& text, bool quotes) {
         }
     }
     return out;
+}
+
+QString XmlSafeText(const QString& text, QString* dropped) {
+    QString out;
+    out.reserve(text.size() + 16);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char32_t c = text[i].unicode();
+        if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
+            c = QChar::surrogateToUcs4(text[i], text[i + 1]);
+            ++i;
+        }
+        if (isForbiddenInXml(c)) {
+            if (dropped) {
+                if (!dropped->isEmpty())
+                    *dropped += QLatin1String(", ");
+                *dropped += QLatin1String("U+") + QStringLiteral("%1").arg(uint(c), 4, 16, QLatin1Char('0')).toUpper();
+            }
+        } else if (isInWindows1252(c)) {
+            out += QChar(char16_t(c));
+        } else {
+            out += QLatin1String("&#") + QString::number(uint(c)) + QLatin1Char(';');
+        }
+    }
+    return out;
+}
+
+bool IsWellFormedXml(const QString& text, QString* problem) {
+    QXmlStreamReader reader(text);
+    bool element = false;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        element = element || reader.isStartElement();
+    }
+    if (!reader.hasError() && element)
+        return true;
+    if (problem)
+        *problem = reader.hasError() ? QStringLiteral("Zeile %1: %2").arg(reader.lineNumber()).arg(reader.errorString())
+                                     : QStringLiteral("kein XML-Element");
+    return false;
+}
+
+QString TemplateProblem(const QString& templateText) {
+    if (templateText.trimmed().isEmpty())
+        return QStringLiteral("Die Vorlage ist leer.");
+    ExportValues sample;
+    sample.scanDat = sample.gebDat = sample.cardExpiry = QStringLiteral("01.01.2000");
+    sample.formId = sample.state = sample.caseIdentifier = sample.nachname = sample.vorname = sample.personalId =
+        sample.institutId = sample.cardId = QStringLiteral("X");
+    QString problem;
+    if (!IsWellFormedXml(XmlSafeText(RemoveEmptyLines(FillExportTemplate(templateText, sample))), &problem))
+        return QStringLiteral("Die Vorlage ist kein gültiges XML (%1).").arg(problem);
+    return QString();
 }
 
 QString FillExportTemplate(const QString& templateText, const ExportValues& v) {

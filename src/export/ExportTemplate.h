@@ -40,6 +40,23 @@ QString ExportDate(const QString& storedDate);
 // values that may stand inside an attribute), so every file stays well-formed XML.
 QString XmlEscape(const QString& text, bool quotes);
 
+// text made fit for a Windows-1252 XML file: a character that Windows-1252 cannot hold becomes a
+// numeric character reference ("Ł" -> "&#321;", one reference per character, also beyond the
+// 16-bit range); a character that XML 1.0 forbids (controls below 0x20 other than tab, CR and LF,
+// U+FFFE/U+FFFF, a lone surrogate, and the five code points U+0081, U+008D, U+008F, U+0090, U+009D
+// that stand for the bytes Windows-1252 leaves undefined) is dropped and named in dropped as
+// "U+000C" (comma-separated, when dropped is given).
+QString XmlSafeText(const QString& text, QString* dropped = nullptr);
+
+// True when text parses as one well-formed XML document; otherwise false with the parser's
+// complaint and its line in problem (when given).
+bool IsWellFormedXml(const QString& text, QString* problem = nullptr);
+
+// Checks a template before a pass uses it: it must hold more than blanks, and once filled with
+// harmless values and made XML-safe it must be a well-formed XML document. Returns "" when it is
+// usable, otherwise the reason in German.
+QString TemplateProblem(const QString& templateText);
+
 // The template with every placeholder replaced, in the fixed order, case-sensitively; values are
 // escaped. The empty lines left behind are NOT removed here (see RemoveEmptyLines).
 QString FillExportTemplate(const QString& templateText, const ExportValues& values);

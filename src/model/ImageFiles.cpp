@@ -9,8 +9,10 @@ QString GetBildpfad() {
 }
 
 bool IsPathLikeImageName(const QString& name) {
-    // The stored rule is the Jet pattern "*[\,:]*"; on this platform "/" separates folders as well.
-    return jetLike(QStringLiteral("*[\\,:]*"), name) || name.contains(QLatin1Char('/'));
+    // The stored rule is the Jet pattern "*[\,:]*"; on this platform "/" separates folders as well,
+    // and ".." names the folder above even without a separator after it.
+    return jetLike(QStringLiteral("*[\\,:]*"), name) || name.contains(QLatin1Char('/')) ||
+           name.contains(QLatin1String("..")) || name == QLatin1String(".");
 }
 
 QString RecordImageFile(const QString& bmpName) {

@@ -8,7 +8,8 @@
 // The image folder: APP_Bildpfad of zvbSys with "/" appended when missing; "" when unset.
 QString GetBildpfad();
 
-// True when name holds "\", "/", "," or ":" - a path or list rather than a bare file name.
+// True when name holds "\", "/", ",", ":" or "..", or is "." - a path or list rather than a bare file
+// name. Such a name is never copied, moved or deleted: it could reach any file of the machine.
 bool IsPathLikeImageName(const QString& name);
 
 // The full path of the image named bmpName in the image folder; "" when bmpName is empty or

@@ -77,12 +77,20 @@ const char* const indexes[] = {
 } // namespace
 
 void createSchema() {
+    createTables(schemaTables());
+}
+
+void createTables(const QStringList& names) {
     Transaction transaction;
     for (const TableDefinition& t : tables)
-        execSql(
-            QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (%2)").arg(QLatin1String(t.name), QLatin1String(t.columns)));
-    for (const char* sql : indexes)
-        execSql(QLatin1String(sql));
+        if (names.contains(QLatin1String(t.name), Qt::CaseInsensitive))
+            execSql(QStringLiteral("CREATE TABLE IF NOT EXISTS %1 (%2)")
+                        .arg(QLatin1String(t.name), QLatin1String(t.columns)));
+    for (const char* sql : indexes) {
+        const QString statement = QLatin1String(sql);
+        if (names.contains(statement.section(QLatin1Char(' '), 7, 7), Qt::CaseInsensitive))
+            execSql(statement);
+    }
     transaction.commit();
 }
 

@@ -8,6 +8,10 @@
 // are left as they are.
 void createSchema();
 
+// Creates the named tables (and their indexes) that do not exist yet, each in the database that
+// holds it.
+void createTables(const QStringList& names);
+
 // The names of all tables the program uses, in creation order.
 QStringList schemaTables();
 

@@ -155,6 +155,10 @@ void ZVBWerteArray::EmptyArray(qint32 number) {
     RunReported(QStringLiteral("zvbWerteArray.EmptyArray"), [&] { writeBack(number, true); });
 }
 
+void ZVBWerteArray::WriteBackOrThrow(qint32 number) {
+    writeBack(number, true);
+}
+
 void ZVBWerteArray::writeBack(qint32 number, bool emptying) {
     WriteStatement& statement = writeStatement();
     QSqlQuery& update = statement.update;

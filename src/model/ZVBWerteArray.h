@@ -20,6 +20,9 @@ public:
     // The same write-back with the messages of the "Speichern/Leeren" variant; used when records are
     // re-checked in bulk.
     void EmptyArray(qint32 number);
+    // The write-back of EmptyArray for a caller that reports failures itself: throws VeridonError
+    // (the pool's server gone, a database error) and keeps the values in hand.
+    void WriteBackOrThrow(qint32 number);
     // Drops all entries.
     void Clear();
 

@@ -4,7 +4,9 @@
 #include "ImageFiles.h"
 #include "admin/OperatorStats.h"
 #include "admin/mdlBackup.h"
+#include "app/CheckedFile.h"
 #include "app/Database.h"
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
@@ -39,12 +41,8 @@ void keepDiscardedImage(const QString& imageFile, const QString& bmpName) {
     const QString folder = GetBackupDir(BackupKind::Images, true);
     if (folder.isEmpty())
         return;
-    const QString copy = folder + DiscardedImageName(bmpName);
-    QFile::remove(copy);
-    if (!QFile::copy(imageFile, copy))
-        throw VeridonError(ErrorNumber::PathNotFound,
-                           QStringLiteral("Die Bilddatei '%1' konnte nicht nach '%2' gesichert werden.")
-                               .arg(QDir::toNativeSeparators(imageFile), QDir::toNativeSeparators(copy)));
+    // Checked, synced and read back: the image is deleted right after, so the copy must be good.
+    copyFileChecked(imageFile, folder + DiscardedImageName(bmpName));
 }
 
 // Deletes the record's image when its name is a bare file name. A file that cannot be deleted is
@@ -156,7 +154,8 @@ bool SaveWithStatus(qint32 n, qint16 status) {
     if (n < 0)
         return false;
     return RunReported(QStringLiteral("SaveWithStatus"), [&] {
-        WerteArray().EmptyArray(n);
+        // A write-back that fails (the pool's server gone) stops here with the values still in hand.
+        WerteArray().WriteBackOrThrow(n);
         WerteArray().Clear();
         execSql(QStringLiteral("UPDATE ") + GetValuesTable() + QStringLiteral(" SET Workflow_Status=") +
                 QString::number(status) + QStringLiteral(", Workflow_KorrID=0 WHERE lfdnr=") + number(n));
@@ -224,6 +223,12 @@ bool ConfirmLeave(qint32 n) {
     if (n < 0)
         return true;
     return ShowMessage(Msg::AskAppExit, MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2) == MsgBox::Yes;
+}
+
+int EmptyPoolForScan() {
+    if (homeUsesPool())
+        return 0;
+    return execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
 }
 
 int DeleteUnreferencedImages() {

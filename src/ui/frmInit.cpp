@@ -1,5 +1,6 @@
 #include "frmInit.h"
 
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
@@ -8,8 +9,32 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 #include <algorithm>
+
+namespace {
+
+// The file dialog of the database check, which also takes the address of a pool server typed into
+// its name field ("postgresql://user@host:port/dbname") instead of a file.
+class ServerDbDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+    QString typedUri;
+
+protected:
+    void accept() override {
+        const auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name && isPoolUri(name->text())) {
+            typedUri = name->text().trimmed();
+            QDialog::accept();
+            return;
+        }
+        QFileDialog::accept();
+    }
+};
+
+} // namespace
 
 frmInit::frmInit(QWidget* parent) : QWidget(parent, Qt::SplashScreen) {
     setObjectName(QStringLiteral("frmInit"));
@@ -29,7 +54,9 @@ bool frmInit::checkDatabase() {
     repaint();
     QApplication::processEvents();
     const QString path = Nz(GetSysValue(QStringLiteral("APP_ServerDB")), QString()).toString();
-    if (!path.isEmpty() && QFileInfo(path).isFile()) {
+    // A pool is good when its server answers; a file path when the file exists.
+    const bool good = isPoolUri(path) ? serverAnswers(path) : !path.isEmpty() && QFileInfo(path).isFile();
+    if (good) {
         close();
         return true;
     }
@@ -37,7 +64,7 @@ bool frmInit::checkDatabase() {
 
     // The folder part of the bad path: everything before its last separator.
     const qsizetype cut = std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
-    QFileDialog dialog(this, productName(), cut < 0 ? QString() : path.left(cut));
+    ServerDbDialog dialog(this, productName(), cut < 0 || isPoolUri(path) ? QString() : path.left(cut));
     dialog.setObjectName(QStringLiteral("dlgServerDB"));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setNameFilter(QStringLiteral("zentrale Programmdatenbank (data.mdb)"));
@@ -45,13 +72,16 @@ bool frmInit::checkDatabase() {
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.selectFile(QStringLiteral("data.mdb"));
     emit fileDialogOpened(&dialog);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+    if (dialog.exec() != QDialog::Accepted || (dialog.typedUri.isEmpty() && dialog.selectedFiles().isEmpty())) {
         ShowMessage(Msg::NoDBExit, MsgBox::Critical);
         return false;
     }
-    const QString chosen = dialog.selectedFiles().first();
-    RunReported(QStringLiteral("frmInit.Form_Activate"),
-                [&] { SetSysValue(QStringLiteral("APP_ServerDB"), QDir::toNativeSeparators(chosen)); });
+    const QString chosen =
+        dialog.typedUri.isEmpty() ? QDir::toNativeSeparators(dialog.selectedFiles().first()) : dialog.typedUri;
+    RunReported(QStringLiteral("frmInit.Form_Activate"), [&] {
+        SetSysValue(QStringLiteral("APP_ServerDB"), chosen);
+        closePool(); // the next statement on the pool connects to the new address
+    });
     close();
     return true;
 }

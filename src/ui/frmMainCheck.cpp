@@ -4,6 +4,7 @@
 
 #include "frmMain.h"
 
+#include "app/PoolConnection.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
 #include "frmFehler.h"
@@ -53,6 +54,12 @@ bool frmMain::actionOK() {
     const qint32 number = current_;
     current_ = -1;
     const bool done = CompleteHandOver(number);
+    if (!done && homeUsesPool()) {
+        // The pool's server did not take the save (reported): the record stays on screen, still
+        // held by this workstation, and OK saves it once the server answers again.
+        current_ = number;
+        return false;
+    }
     if (!done)
         takeAndShowNext(); // the save failed (reported): the record goes back to the pool and is shown again
     return done;

@@ -8,6 +8,7 @@
 #include "frmMain.h"
 
 #include "app/Database.h"
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "app/mdlStart.h"
@@ -61,6 +62,9 @@ int frmMain::tabIndexOf(const QWidget* widget) const {
 }
 
 void frmMain::buildFieldTable() {
+    // On a shared pool the table is the pool's: workstations starting together rebuild it in turn,
+    // so it never holds a field twice.
+    const PoolLock oneAtATime(PoolLockKey::FormFields);
     Transaction batch;
     execSql(QStringLiteral("DELETE * FROM ZVBForm_Felder"));
     for (QLineEdit* edit : datensatz_->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly))

@@ -71,6 +71,12 @@ TEST_F(JetDialect, instr_with_and_without_start_and_ampersand_outside_literals) 
     EXPECT_EQ(values, (QStringList{"7", "5", "0", "4", "AT-A&B"}));
 }
 
+TEST_F(JetDialect, texts_compare_without_case_and_now_and_true_are_jets) {
+    EXPECT_EQ(CountRows("*", "sysStates", "State_ID='at' OR State_ID=\"nl\""), 2);
+    execSql("UPDATE sysStates SET State_Name=Now() & ' ' & TRUE WHERE State_ID='AT'");
+    EXPECT_EQ(GetValue("State_Name", "sysStates", "State_ID='AT'").toString(), "2026-11-15 10:30:00 1");
+}
+
 TEST_F(JetDialect, apostrophe_inside_a_quoted_value_is_stored_not_a_break) {
     const QString name = "D'Alembert'; DROP TABLE sysStates; --";
     execSql(QString("UPDATE sysStates SET State_Name=%1 WHERE State_ID='AT'").arg(sqlQuote(name)));

@@ -2,7 +2,11 @@
 
 #include "app/TextFile.h"
 #include "TempHome.h"
+#include "app/CheckedFile.h"
+#include "app/Errors.h"
 
+#include <QDir>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -33,6 +37,55 @@ TEST(TextFiles, written_as_windows_1252_with_crlf) {
 
 TEST(TextFiles, characters_outside_windows_1252_become_question_marks) {
     EXPECT_EQ(encodeText("Łukasz Ωmega"), QByteArray("?ukasz ?mega"));
+}
+
+// A write that fails part-way (here: the disk filling up after a few bytes) is an error with the
+// cause in its text, and leaves the file as it was: no half file, no half line, no temporary file.
+TEST(TextFiles, a_failed_write_or_append_leaves_the_file_as_it_was) {
+    TempHome home(TempHome::Content::Empty);
+    const QString xml = home.writeFile("out/a.xml", "<alt/>\r\n");
+    const QString log = home.writeFile("out/log.txt", "Zeile 1\r\n");
+    struct Case {
+        const char* name;
+        std::function<void()> write;
+    };
+    const Case cases[] = {
+        {"replace",
+         [&] {
+             writeFileChecked(xml, QByteArray(5000, 'x'));
+         }},
+        {"new file",
+         [&] {
+             writeNewFileChecked(home.path("out/b.xml"), QByteArray(5000, 'x'));
+         }},
+        {"append",
+         [&] {
+             appendFileChecked(log, QByteArray("Zeile 2 ist lang genug\r\n"));
+         }},
+        {"copy",
+         [&] {
+             copyFileChecked(log, home.path("out/c.txt"));
+         }},
+    };
+    for (const Case& c : cases) {
+        setWriteBudgetForTesting(3);
+        try {
+            c.write();
+            ADD_FAILURE() << c.name << ": no error";
+        } catch (const VeridonError& e) {
+            EXPECT_EQ(e.number(), ErrorNumber::DiskFull) << c.name;
+            EXPECT_TRUE(e.description().contains("kein Platz mehr")) << c.name << ": " << e.description().toStdString();
+        }
+        setWriteBudgetForTesting(-1);
+    }
+    EXPECT_EQ(home.readFile("out/a.xml"), QByteArray("<alt/>\r\n"));
+    EXPECT_EQ(home.readFile("out/log.txt"), QByteArray("Zeile 1\r\n"));
+    EXPECT_EQ(QDir(home.path("out")).entryList(QDir::Files | QDir::Hidden), QStringList({"a.xml", "log.txt"}));
+    setWriteBudgetForTesting(3);
+    EXPECT_FALSE(appendTextLine(log, "Zeile 2"));
+    setWriteBudgetForTesting(-1);
+    EXPECT_TRUE(appendTextLine(log, "Zeile 2"));
+    EXPECT_EQ(home.readFile("out/log.txt"), QByteArray("Zeile 1\r\nZeile 2\r\n"));
 }
 
 TEST(TextFiles, missing_file_reports_false) {

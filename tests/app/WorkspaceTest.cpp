@@ -4,6 +4,7 @@
 #include "HomeTest.h"
 #include "app/ColumnInfo.h"
 #include "app/Database.h"
+#include "app/Home.h"
 #include "app/mdlDB.h"
 #include "model/Schema.h"
 
@@ -63,6 +64,20 @@ TEST(MissingHome, database_is_never_created_by_a_lookup) {
     TempHome home(TempHome::Content::Empty);
     EXPECT_THROW(GetValue("APP_Language", "zvbSys", QString()), VeridonError);
     EXPECT_FALSE(QFileInfo::exists(home.path("data.mdb")));
+}
+
+TEST(DataFolder, installed_programs_read_the_data_beside_them_and_only_build_tree_programs_read_the_source_tree) {
+    TempHome prefix(TempHome::Content::Empty);
+    ASSERT_TRUE(QDir().mkpath(prefix.path("bin")));
+    const QString programDir = prefix.path("bin");
+    const QString installed = prefix.path("share/veridon/");
+    // Installed without its data: the error will name the folder beside the program.
+    EXPECT_EQ(masterDataDirFor(programDir), installed);
+    ASSERT_TRUE(QDir().mkpath(installed + "tables"));
+    EXPECT_EQ(masterDataDirFor(programDir), installed);
+
+    const QString buildTreeProgram = QFileInfo(QFileInfo("/proc/self/exe").canonicalFilePath()).absolutePath();
+    EXPECT_TRUE(QFileInfo::exists(masterDataDirFor(buildTreeProgram) + "tables/ZVBFelder.tsv"));
 }
 
 } // namespace

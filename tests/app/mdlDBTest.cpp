@@ -3,6 +3,7 @@
 #include "app/mdlDB.h"
 #include "HomeTest.h"
 #include "app/Database.h"
+#include "app/PoolRouting.h"
 
 namespace {
 
@@ -60,6 +61,17 @@ TEST_F(DatabaseHelpers, settings_writers_store_texts_flags_and_two_columns) {
     EXPECT_EQ(ToInteger(GetSysValue("Scan_TagDesJahres")), 319);
     EXPECT_EQ(ToInteger(GetSysValue("Scan_NrDesTages")), 1);
     EXPECT_THROW(SetSysValue("Gibtsnicht", 1), VeridonError);
+}
+
+TEST_F(DatabaseHelpers, a_statement_joining_workstation_and_pool_tables_is_refused_on_every_workstation) {
+    try {
+        execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte");
+        FAIL() << "no database of a pool workstation holds both";
+    } catch (const VeridonError& e) {
+        EXPECT_EQ(e.number(), MixedStatementError);
+        EXPECT_TRUE(e.description().startsWith("Programmfehler")) << e.description().toStdString();
+    }
+    EXPECT_EQ(CountRows("*", "zvbSys", "APP_Language <> 'zvbWerte'"), 1) << "a name inside a text is no table";
 }
 
 class IniFile : public HomeTest {};

@@ -1,4 +1,7 @@
 // A complete home in a temporary folder, made as `veridon-cli init` makes it, and removed at the end.
+// When the test program runs as a pool variant ($VERIDON_TEST_POOL names the throwaway server's
+// folder), every home with content is joined to a fresh pool database on that server instead, as
+// `veridon-cli init --server` makes it; without a server the program's tests skip, saying why.
 #pragma once
 
 #include "QtPrinters.h"
@@ -26,7 +29,12 @@ public:
 
 private:
     QTemporaryDir dir_;
+    QString poolDatabase_; // the server database of a pool home, dropped at the end
 };
+
+// The pool URI the homes of this test program are joined to; empty when the tests run on data.mdb
+// alone.
+QString testPoolServer();
 
 // Path of a test data file under tests/data/.
 QString testDataPath(const QString& relative);

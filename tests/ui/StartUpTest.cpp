@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
@@ -63,6 +64,23 @@ TEST_F(DatabaseCheck, cancelling_the_dialog_ends_the_program_with_a_message) {
     EXPECT_TRUE(messages.saw("lautet: ''"));
     EXPECT_TRUE(messages.saw("Ohne zentrale Programmdatenbank kann die Anwendung nicht arbeiten."));
     EXPECT_EQ(GetSysText("APP_ServerDB", "(null)"), "(null)");
+}
+
+TEST_F(DatabaseCheck, a_pool_server_that_does_not_answer_asks_again_and_takes_a_typed_address) {
+    const QString silent = "postgresql://veridon@127.0.0.1:1/pool";
+    const QString other = "postgresql://veridon@127.0.0.1:2/pool";
+    SetSysValue("APP_ServerDB", silent);
+    frmInit init;
+    QObject::connect(&init, &frmInit::fileDialogOpened, [&](QFileDialog* dialog) {
+        QTimer::singleShot(0, dialog, [dialog, other] {
+            dialog->findChild<QLineEdit*>("fileNameEdit")->setText(other);
+            static_cast<QDialog*>(dialog)->accept();
+        });
+    });
+    init.show();
+    EXPECT_TRUE(init.checkDatabase());
+    EXPECT_TRUE(messages.saw(QString("Der aktuell eingestellte Zugriffspfad lautet: '%1'").arg(silent)));
+    EXPECT_EQ(GetSysText("APP_ServerDB"), other);
 }
 
 TEST(SingleInstanceGuard, a_second_start_on_the_same_home_brings_the_first_forward) {

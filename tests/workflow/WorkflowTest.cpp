@@ -130,6 +130,15 @@ TEST_F(Workflow, two_workstations_never_hold_the_same_record) {
     EXPECT_EQ(CountRows("LfdNr", "zvbWerte", "Workflow_Status=40"), 120);
 }
 
+TEST_F(Workflow, a_scan_empties_a_workstations_own_pool_but_never_a_shared_one) {
+    insertRecord(demoForms()[0], 10);
+    insertRecord(demoForms()[1], 30, 2);
+    insertRecord(demoForms()[2], 40);
+    const bool shared = !testPoolServer().isEmpty();
+    EXPECT_EQ(EmptyPoolForScan(), shared ? 0 : 3);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), shared ? 3 : 0);
+}
+
 TEST_F(Workflow, save_with_status_writes_the_values_and_gives_the_record_up) {
     const QVector<qint32> records = insertDemoRecords(2);
     const qint32 n = TakeNextRecord();

@@ -1,0 +1,16 @@
+// German texts for Qt's command-line parser: the usage line, its section titles, the help and
+// version options and its error messages, so that `--help` and a refused option read like the rest
+// of the programs. Qt's own translations are not among the programs' dependencies.
+#pragma once
+
+#include <QString>
+
+class QCommandLineParser;
+
+// Installs the texts into the running application (call once, after it is created). Other texts of
+// Qt are left as they are.
+void installCommandLineTexts();
+
+// The parser's help text with the program's file name in the usage line, where Qt writes the path
+// the program was started by.
+QString commandLineHelp(const QCommandLineParser& parser);

@@ -1,0 +1,69 @@
+// The main window of a workstation whose pool server drops its connection while a record is on
+// screen. Runs in the pool variant of this program (on the throwaway server); elsewhere it skips.
+
+#include "MainWindowFixture.h"
+
+#include "app/Database.h"
+#include "app/PoolConnection.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSqlQuery>
+
+namespace {
+
+class SharedPoolWindow : public MainWindowTest {
+protected:
+    void SetUp() override {
+        if (testPoolServer().isEmpty())
+            GTEST_SKIP() << "läuft in der Pool-Variante dieses Testprogramms (pool:...)";
+        setting("Report_Ambrix_Country", 0);
+        setting("Report_Other_Country", 0);
+        writeImage("31901001.tif");
+    }
+
+    // The server ends this workstation's connection, as a restart of the server would.
+    void serverDropsTheConnection() {
+        int backend = 0;
+        {
+            QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()");
+            ASSERT_TRUE(pid.next());
+            backend = pid.value(0).toInt();
+        }
+        {
+            QSqlDatabase admin = openPoolConnection(homePoolUri(), "pool-admin");
+            QSqlQuery kill(admin);
+            ASSERT_TRUE(kill.exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
+        }
+        QSqlDatabase::removeDatabase("pool-admin");
+    }
+};
+
+TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_next_ok_hands_it_over) {
+    const QVector<qint32> records = insertDemoRecords(1);
+    open();
+    ASSERT_EQ(window->currentRecord(), records[0]);
+    field("VORNAME")->setText("Maria Theresia");
+    serverDropsTheConnection();
+
+    auto* ok = window->findChild<QPushButton*>("buttonOK");
+    QTest::mouseClick(ok, Qt::LeftButton);
+    // The check is the first to reach for the server: the error list says it does not answer.
+    QString shown = messages.prompts().join("|");
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->objectName() == "frmFehler" && w->isVisible())
+            shown += w->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
+    EXPECT_TRUE(shown.contains("antwortet nicht. Ihre Eingaben bleiben erhalten")) << shown.toStdString();
+    EXPECT_EQ(window->currentRecord(), records[0]);
+    EXPECT_EQ(field("VORNAME")->text(), "Maria Theresia");
+    EXPECT_EQ(workflowOf(records[0]), "30/1") << "still held by this workstation";
+
+    QTest::mouseClick(ok, Qt::LeftButton);
+    EXPECT_EQ(workflowOf(records[0]), "") << "handed over, exported and removed";
+    const QString xml = QString::fromLatin1(home.readFile("export/31901001.xml"));
+    EXPECT_TRUE(xml.contains("<Given_names>Maria Theresia</Given_names>")) << xml.toStdString();
+}
+
+} // namespace

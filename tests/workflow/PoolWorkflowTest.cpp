@@ -1,0 +1,180 @@
+// Several workstations on one shared pool: joining it, where each table lives, taking records at
+// the same moment from separate processes, and the server dropping a workstation's connection.
+// Runs in the pool variant of this program (on the throwaway server); elsewhere it says so and skips.
+
+#include "CliRun.h"
+#include "DemoRecords.h"
+#include "HomeTest.h"
+#include "app/Database.h"
+#include "app/PoolConnection.h"
+#include "app/PoolRouting.h"
+#include "app/mdlDB.h"
+#include "model/FormModel.h"
+#include "model/mdlWorkflow.h"
+
+#include <QDateTime>
+#include <QDirIterator>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace {
+
+class SharedPool : public HomeTest {
+protected:
+    void SetUp() override {
+        if (testPoolServer().isEmpty())
+            GTEST_SKIP() << "läuft in der Pool-Variante dieses Testprogramms (pool:...)";
+        uri = homePoolUri();
+    }
+
+    // A further workstation joined to this pool with number n, made by the command line.
+    QString joinWorkstation(int n) {
+        folders.push_back(std::make_unique<QTemporaryDir>());
+        const QString folder = folders.back()->path();
+        const CliRun run = runCli({"--home", folder, "init", "--server", uri, "--workstation", QString::number(n)});
+        EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+        EXPECT_TRUE(run.out.contains("Mit dem Belegpool verbunden")) << run.out.toStdString();
+        return folder;
+    }
+
+    QString uri;
+    std::vector<std::unique_ptr<QTemporaryDir>> folders;
+};
+
+TEST_F(SharedPool, a_joined_workstation_keeps_its_own_settings_and_shares_records_and_master_data) {
+    const QString second = joinWorkstation(2);
+    const CliRun info = runCli({"--home", second, "info"});
+    EXPECT_TRUE(info.out.contains("Arbeitsplatz: 2"));
+    EXPECT_TRUE(info.out.contains(QRegularExpression("zvbWerte +0 +Server")));
+    const int states = CountRows("*", "sysStates", QString());
+    EXPECT_TRUE(info.out.contains(QRegularExpression(QString("sysStates +%1 +Server").arg(states))));
+    EXPECT_TRUE(info.out.contains(QRegularExpression("zvbSys +1 +data.mdb")));
+    {
+        // The second workstation's data.mdb holds its own tables only.
+        QSqlDatabase file = QSqlDatabase::addDatabase("QSQLITE", "second-home");
+        file.setDatabaseName(second + "/data.mdb");
+        ASSERT_TRUE(file.open());
+        QStringList tables = file.tables();
+        tables.sort(Qt::CaseInsensitive);
+        EXPECT_EQ(tables, (QStringList{"zvbSys", "zvbSysKeys", "zvbSysWindowPositions"}));
+        file.close();
+    }
+    QSqlDatabase::removeDatabase("second-home");
+
+    const QVector<qint32> records = insertDemoRecords(2);
+    const CliRun next = runCli({"--home", second, "next"});
+    EXPECT_EQ(next.out.trimmed(), QString::number(records[0]));
+    EXPECT_EQ(workflowOf(records[0]), "30/2") << "taken by workstation 2, seen from workstation 1";
+    EXPECT_THROW(execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte"), VeridonError) << "no database holds both";
+}
+
+TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_twice) {
+    const QVector<qint32> records = insertDemoRecords(3);
+    QStringList homes;
+    for (int n = 2; n <= 7; ++n)
+        homes << joinWorkstation(n);
+    std::vector<std::unique_ptr<QProcess>> takers;
+    for (const QString& folder : homes) {
+        takers.push_back(std::make_unique<QProcess>());
+        takers.back()->start(VERIDON_CLI, {"--home", folder, "next"});
+    }
+    QSet<QString> taken;
+    int empty = 0;
+    for (auto& p : takers) {
+        ASSERT_TRUE(p->waitForFinished(60000));
+        const QString out = QString::fromLocal8Bit(p->readAllStandardOutput()).trimmed();
+        if (p->exitCode() == 0)
+            taken.insert(out);
+        else
+            ++empty;
+    }
+    EXPECT_EQ(taken,
+              (QSet<QString>{QString::number(records[0]), QString::number(records[1]), QString::number(records[2])}));
+    EXPECT_EQ(empty, 3);
+    EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=30"), 3);
+}
+
+TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
+    const QVector<FormValues> forms = demoForms();
+    for (int i = 0; i < 40; ++i) {
+        FormValues form = forms[i % forms.size()];
+        form["BMPName"] = QString("p%1.tif").arg(i, 4, 10, QChar('0'));
+        insertRecord(form, 40);
+    }
+    const QStringList homes{joinWorkstation(2), joinWorkstation(3)};
+    std::vector<std::unique_ptr<QProcess>> exporters;
+    for (const QString& folder : homes) {
+        runCli({"--home", folder, "sql", "UPDATE zvbSys SET Backup_Bilder=0"});
+        exporters.push_back(std::make_unique<QProcess>());
+        exporters.back()->start(VERIDON_CLI, {"--home", folder, "export"});
+    }
+    for (auto& p : exporters)
+        ASSERT_TRUE(p->waitForFinished(60000));
+    // Each export writes one line per record into its workstation's exp.txt.
+    QStringList exported;
+    for (const QString& folder : homes) {
+        QDirIterator it(folder + "/backup", {"exp.txt"}, QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile file(it.next());
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            for (const QByteArray& line : file.readAll().split('\n'))
+                if (!line.trimmed().isEmpty())
+                    exported << QString::fromLatin1(line.split(',').first());
+        }
+    }
+    exported.sort();
+    EXPECT_EQ(exported.size(), 40);
+    EXPECT_EQ(exported.removeDuplicates(), 0);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 0);
+}
+
+TEST_F(SharedPool, a_newer_master_file_is_imported_once_when_workstations_start_together) {
+    const QStringList homes{joinWorkstation(2), joinWorkstation(3), joinWorkstation(4)};
+    std::vector<std::unique_ptr<QProcess>> starts;
+    for (const QString& folder : homes) {
+        QFile file(folder + "/stammdaten/staaten.txt");
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
+    }
+    for (const QString& folder : homes) {
+        starts.push_back(std::make_unique<QProcess>());
+        starts.back()->start(VERIDON_CLI, {"--home", folder, "autoimport"});
+    }
+    for (auto& p : starts)
+        ASSERT_TRUE(p->waitForFinished(60000));
+    // The file's 34 states (a heading line above them), once; not one batch per workstation.
+    EXPECT_EQ(CountRows("*", "sysStates", QString()), 34);
+    EXPECT_EQ(CountRows("*", "sysStates", "State_ID='AT'"), 1);
+}
+
+TEST_F(SharedPool, a_record_whose_save_the_server_dropped_is_kept_and_saved_once_it_answers) {
+    const QVector<qint32> records = insertDemoRecords(1);
+    ASSERT_EQ(TakeNextRecord(), records[0]);
+    WerteArray().SetValue("NACHNAME", "Nowak");
+    int backend = 0;
+    {
+        QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()");
+        ASSERT_TRUE(pid.next());
+        backend = pid.value(0).toInt();
+    }
+    {
+        QSqlDatabase admin = openPoolConnection(uri, "pool-admin");
+        QSqlQuery kill(admin);
+        ASSERT_TRUE(kill.exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
+    }
+    QSqlDatabase::removeDatabase("pool-admin");
+
+    EXPECT_FALSE(SaveWithStatus(records[0], 40));
+    EXPECT_TRUE(messages.saw("antwortet nicht. Ihre Eingaben bleiben erhalten"));
+    EXPECT_EQ(WerteArray().GetValue("NACHNAME"), "Nowak") << "the operator's correction is still in hand";
+    EXPECT_TRUE(SaveWithStatus(records[0], 40)) << "the next statement connects again";
+    EXPECT_EQ(columnOf(records[0], "NACHNAME"), "Nowak");
+    EXPECT_EQ(workflowOf(records[0]), "40/0");
+}
+
+} // namespace
