@@ -139,9 +139,6 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     // application, and only events for widgets of this window are handled.
     qApp->installEventFilter(this);
 
-    // The keyboard is the operator's tool all day: the control with the focus always shows its
-    // frame, also when the program moved the focus (Fusion otherwise draws it only after Tab).
-    setAttribute(Qt::WA_KeyboardFocusChange);
     poll_ = new QTimer(this);
     poll_->setInterval(pollIntervalMs);
     connect(poll_, &QTimer::timeout, this, [this] {

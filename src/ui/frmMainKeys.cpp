@@ -74,6 +74,13 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
             noteKeystroke(); // the operator's effort on the record, for the statistics
         return keyDown(key) || keyPress(key);
     }
+    case QEvent::WindowActivate:
+        // Qt draws the focus frame only after a Tab and forgets that whenever a window is shown or
+        // activated; the operator works by keyboard and must always see where the keys go, in this
+        // window and in every dialog and question opened over it.
+        if (auto* w = qobject_cast<QWidget*>(watched); w && w->isWindow())
+            w->setAttribute(Qt::WA_KeyboardFocusChange);
+        return false;
     case QEvent::FocusIn:
     case QEvent::FocusOut: {
         auto* edit = qobject_cast<QLineEdit*>(watched);
