@@ -333,7 +333,12 @@ void frmMain::buildStatusBar() {
     waitingText_ = new QLabel(statusBar());
     waitingText_->setObjectName(QStringLiteral("lblWarteschlange"));
     waitingText_->setToolTip(QStringLiteral("Belege, die auf Korrektur warten"));
+    todaysWork_ = new QLabel(statusBar());
+    todaysWork_->setObjectName(QStringLiteral("lblStatistik"));
+    // The day's figures give way to the fields: they never widen the window, a narrow one cuts them.
+    todaysWork_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(statusText_, 1);
+    statusBar()->addWidget(todaysWork_, 2);
     statusBar()->addPermanentWidget(progressBar_);
     statusBar()->addPermanentWidget(waitingText_);
     progress_ = new StatusBarProgress(statusText_, progressBar_);

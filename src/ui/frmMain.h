@@ -94,6 +94,7 @@ private:
 
     // frmMainQueue.cpp: the count of waiting records and the look-out while the form is empty.
     void showWaitingCount(int waiting);
+    void showTodaysWork();
     void followQueue();
 
     // frmMainScan.cpp: the scan button and the scanner menu.
@@ -174,6 +175,7 @@ private:
     QToolBar* toolbar_ = nullptr;
     QLabel* statusText_ = nullptr;
     QLabel* waitingText_ = nullptr;
+    QLabel* todaysWork_ = nullptr;
     QTimer* poll_ = nullptr;
     bool firstStart_ = false;   // no stored place: the window and the viewer are tiled
     bool viewerPlaced_ = false; // the viewer took its place in this session

@@ -7,11 +7,13 @@
 #include "app/mdlDB.h"
 #include "ui/QtTranslations.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
 #include <iostream>
@@ -78,6 +80,9 @@ TEST_F(DeskKeys, the_demo_batch_costs_one_or_two_keys_a_clean_record_and_two_mor
         ASSERT_TRUE(exported(forms[record])) << record;
     }
     EXPECT_EQ(window->currentRecord(), -1);
+    // The day's figures in the status bar count the same keys: 11 for 8 records.
+    EXPECT_TRUE(window->findChild<QLabel*>("lblStatistik")->text().startsWith("Heute 8 übergeben, 0 verworfen, 1,4"))
+        << window->findChild<QLabel*>("lblStatistik")->text().toStdString();
     QFile corrected(home.path("export/" + QFileInfo(forms[2]["BMPName"]).completeBaseName() + ".xml"));
     ASSERT_TRUE(corrected.open(QIODevice::ReadOnly));
     EXPECT_TRUE(corrected.readAll().contains(surname.toLatin1()));
@@ -106,11 +111,17 @@ TEST_F(DeskKeys, the_buttons_trap_no_key_and_hand_over_discard_and_page_keys_wor
         EXPECT_EQ(focusedName(), "NACHNAME") << "F2 from the button, modifiers " << modifiers;
     }
 
+    // Every button and menu has a letter of its own.
+    QStringList captions;
+    for (QPushButton* b : window->findChildren<QPushButton*>())
+        captions << b->text();
+    for (QAction* menu : window->menuBar()->actions())
+        captions << menu->text();
     QString letters;
-    for (QPushButton* b : window->findChildren<QPushButton*>()) {
-        const int amp = b->text().indexOf('&');
-        ASSERT_GE(amp, 0) << b->objectName().toStdString();
-        letters += b->text().at(amp + 1).toLower();
+    for (const QString& caption : captions) {
+        const int amp = caption.indexOf('&');
+        ASSERT_GE(amp, 0) << caption.toStdString();
+        letters += caption.at(amp + 1).toLower();
     }
     for (const QChar letter : letters)
         EXPECT_EQ(letters.count(letter), 1) << "letter " << letter.toLatin1() << " twice";
