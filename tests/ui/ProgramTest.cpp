@@ -70,9 +70,14 @@ TEST_F(Program, the_command_lines_workflow_commands_wait_for_the_windows_to_end)
     QProcess program;
     start(program, home.dir());
     ASSERT_TRUE(listening(home.dir(), 20000)) << program.readAll().toStdString();
-    ASSERT_EQ(runCli({"--home", home.dir(), "sql", "SELECT Workflow_Status FROM zvbWerte"}).exitCode, 0);
-    EXPECT_EQ(workflowOf(records[0]), "30/1");
+    // The window listens before it takes its first record.
+    QElapsedTimer taking;
+    taking.start();
+    while (workflowOf(records[0]) != "30/1" && taking.elapsed() < 20000)
+        QThread::msleep(100);
+    ASSERT_EQ(workflowOf(records[0]), "30/1");
 
+    ASSERT_EQ(runCli({"--home", home.dir(), "sql", "SELECT Workflow_Status FROM zvbWerte"}).exitCode, 0);
     for (const QStringList& command : {QStringList{"next"}, {"discard", QString::number(records[0])}, {"export"}}) {
         const CliRun refused = runCli(QStringList{"--home", home.dir(), "--yes"} + command);
         EXPECT_EQ(refused.exitCode, 1) << command.join(' ').toStdString();

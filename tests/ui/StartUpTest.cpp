@@ -109,8 +109,10 @@ struct BoxAnswerer {
 
     void arm() {
         QTimer::singleShot(50, [this] {
+            // The operator answers once the box has the keyboard.
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
+            const QWidget* focus = QApplication::focusWidget();
+            if (!box || !focus || focus->window() != box)
                 return arm();
             seenText = box->text();
             cursorLifted = QApplication::overrideCursor() == nullptr;
