@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One workstation program per home. The windows program holds the home's lock file exclusively for
 // as long as it runs; the workflow commands of veridon-cli (next, accept, discard, export, scan) hold
 // it shared while they run. Several commands may thus run side by side, but never beside the

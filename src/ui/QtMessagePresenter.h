@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Messages of the windows: every zvMsgBox becomes a modal QMessageBox over the active window, with
 // button captions from the language texts (each with an accelerator letter) and the icon and default
 // button of the style word. A busy cursor set for a

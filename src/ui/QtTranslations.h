@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Qt's own texts - the buttons of the standard dialogs, the colour and folder dialogs, the context
 // menu of a text box, the names of keys in the menus - in the operator's language. They come from
 // the translations shipped with Qt (Debian: qt6-translations-l10n), chosen by the code of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One running copy per home. Which copy runs is decided by the home's lock file (HomeLock), taken
 // before anything else, so two copies started at the same instant never both run. The copy holding
 // it listens on a local socket named after its home; a later start, refused by the lock, asks it

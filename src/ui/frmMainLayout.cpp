@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: where the window and the viewer stand. On the first start (no stored place) the window
 // takes the left part of the screen's work area, wide enough for every value, and the viewer the
 // rest beside it, so neither covers the other at 1280 x 800 already. Afterwards both come back where

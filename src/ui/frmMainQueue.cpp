@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the look-out for records. Records arrive while the window is open (a scan at another
 // workstation, an import from the command line). An empty form looks for them every few seconds
 // and at once on F5 and takes the first that arrives; the status bar always says how many wait,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A day at the keyboard: what the demo batch costs in keys, no key lost on a button, the keys of
 // their own for hand-over, discard and the page, an empty window that finds new records by itself,
 // a full field that says so, and Qt's own dialogs in the operator's language.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the operator sees on a real monitor on the first start: the main window and the viewer side
 // by side in the screen's work area with every value readable, the small windows beside the fields,
 // and the places kept for the next start. These tests run once per monitor size, which ctest sets

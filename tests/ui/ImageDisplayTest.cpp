@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scanned page beside the form: which field's region the viewer shows, when it does not appear
 // at all (display switched off), and what it shows when the record has no page to show (a
 // path-like name, a missing file).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Showing a page: the region is in view and framed on bitonal, grey and colour scans, offsets shift
 // it, other fields of the same file are reached without reading the file again, the first page of
 // a multi-page file is the one shown, and a file that cannot be shown never leaves another page in view.
