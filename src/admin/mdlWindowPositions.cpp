@@ -5,12 +5,15 @@
 
 #include <QSqlQuery>
 
-WindowPosition ReadWindowPosition(const QString& formName) {
+WindowPosition ReadWindowPosition(const QString& formName, bool* found) {
     QSqlQuery q = execSql(QStringLiteral("SELECT x, y, dx, dy FROM zvbSysWindowPositions WHERE formName=? "
                                          "ORDER BY rowid LIMIT 1"),
                           {formName});
     WindowPosition position;
-    if (q.next()) {
+    const bool hasRow = q.next();
+    if (found)
+        *found = hasRow;
+    if (hasRow) {
         // A null column reads as 0, like a missing row.
         position.x = q.value(0).toInt();
         position.y = q.value(1).toInt();

@@ -19,9 +19,9 @@ struct WindowPosition {
 // How much of a window's top-left corner must stay on the screen, in pixels.
 inline constexpr qint32 MinimumVisiblePixels = 75;
 
-// The stored rectangle of formName, or all four values 0 when the window has no row yet. Throws
-// VeridonError when the table cannot be read.
-WindowPosition ReadWindowPosition(const QString& formName);
+// The stored rectangle of formName, or all four values 0 when the window has no row yet; *found
+// (when given) says whether there was a row. Throws VeridonError when the table cannot be read.
+WindowPosition ReadWindowPosition(const QString& formName, bool* found = nullptr);
 
 // Stores the rectangle of formName, adding its row when there is none. A negative left or top edge
 // (a window dragged partly off the screen) is stored as 0. Throws VeridonError when the row cannot

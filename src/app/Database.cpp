@@ -51,8 +51,8 @@ VeridonError errorFrom(const QSqlError& error, const QString& statement) {
     QString text = error.databaseText();
     if (text.isEmpty())
         text = error.driverText();
-    return VeridonError(number,
-                        statement.isEmpty() ? text : text + QStringLiteral(" [") + statement + QLatin1Char(']'));
+    return VeridonError(number, statement.isEmpty() ? text : text + QStringLiteral(" [") + statement + QLatin1Char(']'),
+                        VeridonError::Origin::Database);
 }
 
 QSqlDatabase openConnection(const QString& path) {

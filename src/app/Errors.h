@@ -8,15 +8,21 @@
 
 class VeridonError : public std::runtime_error {
 public:
-    VeridonError(int number, const QString& description)
-        : std::runtime_error(description.toStdString()), number_(number), description_(description) {}
+    // Who described the failure: the program (in German, with one of the numbers below) or the
+    // database engine (its own code and text).
+    enum class Origin { Program, Database };
+
+    VeridonError(int number, const QString& description, Origin origin = Origin::Program)
+        : std::runtime_error(description.toStdString()), number_(number), description_(description), origin_(origin) {}
 
     int number() const { return number_; }
     const QString& description() const { return description_; }
+    Origin origin() const { return origin_; }
 
 private:
     int number_;
     QString description_;
+    Origin origin_;
 };
 
 // Error numbers of failures the program raises itself (database errors carry SQLite's codes).

@@ -8,6 +8,9 @@
 #include "TextFile.h"
 #include "mdlDB.h"
 
+#include <QRegularExpression>
+#include <QStringList>
+
 namespace {
 
 QString cachedLanguage;
@@ -117,9 +120,29 @@ void ReportRuntimeError(const QString& procedure, int number, const QString& des
     zvMsgBox(GetText(Msg::RuntimeErr, {name, QString::number(number), description}), MsgBox::Critical, QString());
 }
 
+namespace {
+
+// The detail of a failure the program described itself, in the current language: the language's
+// text for the error number ("Err_" + number) followed by the names and values the German
+// description quotes in apostrophes; the description itself when the language has no such text.
+QString runtimeErrorDetail(const VeridonError& error) {
+    if (error.origin() != VeridonError::Origin::Program)
+        return error.description();
+    const QString general = lookupText(QStringLiteral("Err_") + QString::number(error.number())).toString();
+    if (general.isEmpty())
+        return error.description();
+    QStringList quoted;
+    static const QRegularExpression apostrophes(QStringLiteral("'([^']*)'"));
+    for (auto it = apostrophes.globalMatch(error.description()); it.hasNext();)
+        quoted << it.next().captured(0);
+    return quoted.isEmpty() ? general : general + QStringLiteral(": ") + quoted.join(QStringLiteral(", "));
+}
+
+} // namespace
+
 void ReportRuntimeError(const QString& procedure, const std::exception& error) {
     if (const auto* v = dynamic_cast<const VeridonError*>(&error))
-        ReportRuntimeError(procedure, v->number(), v->description());
+        ReportRuntimeError(procedure, v->number(), runtimeErrorDetail(*v));
     else
         ReportRuntimeError(procedure, ErrorNumber::InvalidArgument, QString::fromLocal8Bit(error.what()));
 }

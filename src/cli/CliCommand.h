@@ -31,6 +31,7 @@ struct CliCommand {
     int (*run)(CliContext&);
     bool needsDatabase = true; // false: runs before a data.mdb exists
     bool needsGui = false;     // true: paints (reports), so it runs with a Qt Gui application
+    bool workflow = false;     // true: takes, hands over or removes records, so never beside the windows
 };
 
 class CliRegistry {

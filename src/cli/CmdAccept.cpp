@@ -66,6 +66,6 @@ int runAccept(CliContext& c) {
 const CliRegistration registration({"accept", "LFDNR [--yes] [--pdf ORDNER] [--report ambulant|stationaer|kein]",
                                     "prüft einen Beleg und übergibt ihn wie \"OK / übergeben\", dann Export; "
                                     "Warnungen nur mit --yes",
-                                    runAccept, true, true});
+                                    runAccept, true, true, true});
 
 } // namespace

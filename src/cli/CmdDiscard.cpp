@@ -24,6 +24,7 @@ int runDiscard(CliContext& c) {
     return Exit::Ok;
 }
 
-const CliRegistration registration({"discard", "LFDNR", "verwirft einen Beleg und löscht sein Bild", runDiscard});
+const CliRegistration registration({"discard", "LFDNR", "verwirft einen Beleg und löscht sein Bild", runDiscard, true,
+                                    false, true});
 
 } // namespace

@@ -35,6 +35,6 @@ int runExport(CliContext& c) {
 
 const CliRegistration registration({"export", reportOptionsUsage,
                                     "exportiert alle übergebenen Datensätze als XML und druckt die Berichte", runExport,
-                                    true, true});
+                                    true, true, true});
 
 } // namespace

@@ -24,6 +24,6 @@ int runNext(CliContext& c) {
 const CliRegistration registration({"next", "",
                                     "übernimmt den nächsten wartenden Beleg für diesen Arbeitsplatz und druckt "
                                     "seine LfdNr (Exit 1: kein Beleg)",
-                                    runNext});
+                                    runNext, true, false, true});
 
 } // namespace

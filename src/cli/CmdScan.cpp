@@ -55,6 +55,6 @@ int runScan(CliContext& c) {
 
 const CliRegistration registration({"scan", "[--device NAME] [--source adf|flatbed] [--resolution DPI]",
                                     "scannt alle Seiten, wertet sie aus und importiert sie; druckt die neuen Belege",
-                                    runScan});
+                                    runScan, true, false, true});
 
 } // namespace

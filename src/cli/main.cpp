@@ -6,6 +6,7 @@
 #include "app/CommandLineTexts.h"
 #include "app/Errors.h"
 #include "app/Home.h"
+#include "app/HomeLock.h"
 #include "app/mdlMessages.h"
 
 #include <QCommandLineParser>
@@ -113,6 +114,17 @@ int main(int argc, char** argv) {
     }
 
     resolveHome(home);
+    // A workflow command would take records from under the operator's hands: while the windows
+    // hold this home it refuses. The shared lock is kept until the command ends, so the windows do
+    // not start in the middle of it either.
+    HomeLock homeLock(homeDir());
+    if (command->workflow && homeLock.tryShared() == HomeLock::Result::Held) {
+        const qint64 pid = homeLock.holderPid();
+        err << "veridon-cli: Die Arbeitsumgebung " << homeDir() << " ist vom Programm veridon belegt"
+            << (pid > 0 ? QStringLiteral(" (Prozess %1)").arg(pid) : QString()) << ". '" << name
+            << "' wurde nicht ausgeführt: Belege werden dort bearbeitet, solange das Programm läuft.\n";
+        return Exit::Failure;
+    }
     ConsolePresenter presenter(yes);
     setMessagePresenter(&presenter);
     CliContext context{args, out, err, presenter, yes, no};

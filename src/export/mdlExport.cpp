@@ -88,9 +88,11 @@ bool ExportZVBWerte() {
             return;
         const ExportSettings settings = ReadExportSettings(true);
         Progress& progress = appProgress();
-        const QString label = QStringLiteral("Export von korrigierten Daten: ");
+        // The status text in the operator's language, read once for the pass.
+        const QString label =
+            GetText(QStringLiteral("Txt_ExportProgress"), QStringLiteral("Export von korrigierten Daten: %1"));
         progress.progress(0, numbers.size());
-        progress.status(label + QLatin1Char('0'));
+        progress.status(QString(label).replace(QLatin1String("%1"), QLatin1String("0")));
 
         // Each row is read again when its turn comes: a record that another program took meanwhile
         // is no longer waiting and is left alone. On a shared pool the rows read stay claimed by
@@ -124,7 +126,7 @@ bool ExportZVBWerte() {
                 break;
             for (qsizetype done = first + 1; done <= next; ++done) {
                 progress.progress(done, numbers.size());
-                progress.status(label + QString::number(done));
+                progress.status(QString(label).replace(QLatin1String("%1"), QString::number(done)));
             }
         }
         progress.status(QString());

@@ -17,6 +17,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTextEdit>
+#include <QToolBar>
 
 namespace {
 
@@ -91,6 +92,9 @@ private:
             with(caption, [&](const QString& t) { group->setTitle(t); });
         } else if (auto* menu = qobject_cast<QMenu*>(w)) {
             with(caption, [&](const QString& t) { menu->setTitle(t); });
+        } else if (auto* toolBar = qobject_cast<QToolBar*>(w)) {
+            // Its title names it in the menu that shows and hides the bars.
+            with(caption, [&](const QString& t) { toolBar->setWindowTitle(t); });
         } else if (auto* dock = qobject_cast<QDockWidget*>(w)) {
             with(caption, [&](const QString& t) { dock->setWindowTitle(t); });
         } else if (auto* combo = qobject_cast<QComboBox*>(w)) {

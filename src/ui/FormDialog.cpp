@@ -15,5 +15,5 @@ void FormDialog::done(int result) {
 
 void FormDialog::formLoaded() {
     TranslateForm(this);
-    RestoreWindowPosition(this);
+    RestoreOrPlaceBesideFields(this);
 }

@@ -17,6 +17,7 @@ public:
 
 protected:
     // Called by a derived window at the end of building its controls and before it fills in data:
-    // translates the captions (TranslateForm) and restores the window position.
+    // translates the captions (TranslateForm) and restores the window position, or places a window
+    // that has none beside the main window's fields.
     void formLoaded();
 };

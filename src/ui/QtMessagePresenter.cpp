@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "QtMessagePresenter.h"
 
+#include "app/mdlMessages.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCursor>
@@ -12,28 +14,33 @@ namespace {
 
 struct ButtonChoice {
     QMessageBox::StandardButton button;
-    const char* text; // UTF-8
+    const char* textId;      // the button's caption in sysTexts
+    const char* defaultText; // UTF-8, with the accelerator's "&"
     int answer;
 };
+
+const ButtonChoice okButton{QMessageBox::Ok, "Txt_BtnOK", "&OK", MsgBox::OK};
+const ButtonChoice cancelButton{QMessageBox::Cancel, "Txt_BtnCancel", "&Abbrechen", MsgBox::Cancel};
+const ButtonChoice yesButton{QMessageBox::Yes, "Txt_BtnYes", "&Ja", MsgBox::Yes};
+const ButtonChoice noButton{QMessageBox::No, "Txt_BtnNo", "&Nein", MsgBox::No};
+const ButtonChoice retryButton{QMessageBox::Retry, "Txt_BtnRetry", "&Wiederholen", MsgBox::Retry};
 
 std::vector<ButtonChoice> buttonsFor(int style) {
     switch (MsgBox::buttonsOf(style)) {
     case MsgBox::OKCancel:
-        return {{QMessageBox::Ok, "OK", MsgBox::OK}, {QMessageBox::Cancel, "Abbrechen", MsgBox::Cancel}};
+        return {okButton, cancelButton};
     case MsgBox::AbortRetryIgnore:
-        return {{QMessageBox::Abort, "Abbrechen", MsgBox::Abort},
-                {QMessageBox::Retry, "Wiederholen", MsgBox::Retry},
-                {QMessageBox::Ignore, "Ignorieren", MsgBox::Ignore}};
+        return {{QMessageBox::Abort, "Txt_BtnAbort", "&Abbrechen", MsgBox::Abort},
+                retryButton,
+                {QMessageBox::Ignore, "Txt_BtnIgnore", "&Ignorieren", MsgBox::Ignore}};
     case MsgBox::YesNoCancel:
-        return {{QMessageBox::Yes, "Ja", MsgBox::Yes},
-                {QMessageBox::No, "Nein", MsgBox::No},
-                {QMessageBox::Cancel, "Abbrechen", MsgBox::Cancel}};
+        return {yesButton, noButton, cancelButton};
     case MsgBox::YesNo:
-        return {{QMessageBox::Yes, "Ja", MsgBox::Yes}, {QMessageBox::No, "Nein", MsgBox::No}};
+        return {yesButton, noButton};
     case MsgBox::RetryCancel:
-        return {{QMessageBox::Retry, "Wiederholen", MsgBox::Retry}, {QMessageBox::Cancel, "Abbrechen", MsgBox::Cancel}};
+        return {retryButton, cancelButton};
     default:
-        return {{QMessageBox::Ok, "OK", MsgBox::OK}};
+        return {okButton};
     }
 }
 
@@ -76,8 +83,11 @@ int QtMessagePresenter::show(const QString& prompt, int buttons, const QString& 
     QMessageBox box(iconFor(buttons), title, text, QMessageBox::NoButton, QApplication::activeWindow());
     box.setObjectName(QStringLiteral("zvMsgBox"));
     const std::vector<ButtonChoice> choices = buttonsFor(buttons);
+    // Captions in the operator's language, each with its letter: "J" answers Yes, "N" No.
     for (const ButtonChoice& c : choices)
-        box.addButton(c.button)->setText(QString::fromUtf8(c.text));
+        box.addButton(c.button)->setText(GetText(QLatin1String(c.textId), QString::fromUtf8(c.defaultText)));
+    // The focus frame shows which button Enter presses, also before any key was pressed.
+    box.setAttribute(Qt::WA_KeyboardFocusChange);
     const size_t defaultIndex = (buttons & MsgBox::DefaultButton3) ? 2 : (buttons & MsgBox::DefaultButton2) ? 1 : 0;
     if (defaultIndex < choices.size())
         box.setDefaultButton(choices[defaultIndex].button);

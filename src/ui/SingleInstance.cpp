@@ -2,8 +2,10 @@
 #include "SingleInstance.h"
 
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QThread>
 #include <QWidget>
 
 namespace {
@@ -19,23 +21,30 @@ SingleInstance::SingleInstance(const QString& home, QObject* parent) : QObject(p
 
 SingleInstance::~SingleInstance() = default;
 
-bool SingleInstance::activateRunning() {
-    QLocalSocket socket;
-    socket.connectToServer(name_);
-    if (!socket.waitForConnected(1000))
-        return false;
-    socket.write(activateRequest);
-    socket.flush();
-    socket.waitForBytesWritten(1000);
-    socket.disconnectFromServer();
-    return true;
+bool SingleInstance::activateRunning(int waitMs) {
+    QDeadlineTimer deadline(waitMs);
+    do {
+        QLocalSocket socket;
+        socket.connectToServer(name_);
+        if (socket.waitForConnected(250)) {
+            socket.write(activateRequest);
+            socket.flush();
+            socket.waitForBytesWritten(1000);
+            socket.disconnectFromServer();
+            return true;
+        }
+        // The copy holding the home may still be starting and not listen yet.
+        QThread::msleep(100);
+    } while (!deadline.hasExpired());
+    return false;
 }
 
 bool SingleInstance::listen() {
     server_ = new QLocalServer(this);
     server_->setSocketOptions(QLocalServer::UserAccessOption);
     if (!server_->listen(name_)) {
-        // Nobody answered on the name (activateRunning came first), so the socket is a leftover.
+        // The caller holds the home's lock, so no other copy can be listening: the socket is a
+        // leftover of a copy that crashed.
         QLocalServer::removeServer(name_);
         if (!server_->listen(name_))
             return false;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// One running copy per home. The first copy listens on a local socket named after its home; a
-// second start for the same home finds it, asks it to come to the front and ends without showing a
-// window of its own. Copies on different homes run side by side.
+// One running copy per home. Which copy runs is decided by the home's lock file (HomeLock), taken
+// before anything else, so two copies started at the same instant never both run. The copy holding
+// it listens on a local socket named after its home; a later start, refused by the lock, asks it
+// through the socket to come to the front and ends without showing a window of its own. Copies on
+// different homes run side by side.
 #pragma once
 
 #include <QObject>
@@ -22,12 +24,13 @@ public:
     explicit SingleInstance(const QString& home, QObject* parent = nullptr);
     ~SingleInstance() override;
 
-    // Looks for a running copy on the same home and asks it to come to the front. True when one
-    // answered: this copy should end now.
-    bool activateRunning();
+    // Asks the running copy on the same home to come to the front, trying for up to waitMs while it
+    // may still be starting. True when one answered: this copy should end now.
+    bool activateRunning(int waitMs = 0);
 
-    // Starts listening for later starts. A socket left behind by a crashed copy is removed first.
-    // False when the socket cannot be made (the program still runs, without the guard).
+    // Starts listening for later starts; call it only while holding the home's lock. A socket left
+    // behind by a crashed copy is removed first. False when the socket cannot be made (the program
+    // still runs; later starts are still refused by the lock).
     bool listen();
 
     // The window that comes to the front when a later start asks.

@@ -2,12 +2,14 @@
 #include "StartUp.h"
 
 #include "QtMessagePresenter.h"
+#include "QtTranslations.h"
 #include "SingleInstance.h"
 #include "frmAskForReport.h"
 #include "frmInit.h"
 #include "frmMain.h"
 
 #include "app/Home.h"
+#include "app/HomeLock.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "print/QtReportPrinter.h"
@@ -69,13 +71,24 @@ int RunVeridon(QApplication& app, const QStringList& arguments) {
     const QString screenshot = startedFrom(QStringLiteral("--screenshot"));
     const QString screenshotScreen = startedFrom(QStringLiteral("--screenshot-screen"));
 
+    QtMessagePresenter presenter;
+    // The home's lock decides which copy runs; the copy holding it is asked to come to the front.
+    HomeLock homeLock(homeDir());
     SingleInstance instance(homeDir());
-    if (instance.activateRunning())
-        return 0;
+    if (homeLock.tryExclusive() == HomeLock::Result::Held) {
+        if (instance.activateRunning(5000))
+            return 0;
+        // Held, and no window answers: a command of veridon-cli is working on the records.
+        zvMsgBox(GetText(QStringLiteral("Msg_HomeInUse"),
+                         QString::fromUtf8("Die Arbeitsumgebung '%1' wird gerade von veridon-cli benutzt.\nBitte "
+                                           "starten Sie das Programm erneut, wenn der Befehl beendet ist."),
+                         {QDir::toNativeSeparators(homeDir())}),
+                 MsgBox::Exclamation);
+        return 1;
+    }
     instance.listen();
     QDir::setCurrent(homeDir());
 
-    QtMessagePresenter presenter;
     // Reports go to the system's printers; an open report type is asked in a dialog.
     const SystemPrinters printers;
     WindowsReportChoice reportQuestion;
@@ -99,6 +112,7 @@ int RunVeridon(QApplication& app, const QStringList& arguments) {
             }
         }
         RunStartupSteps();
+        LoadQtTranslations(GetLanguage());
         main = std::make_unique<frmMain>();
         instance.setWindow(main.get());
         main->show();

@@ -47,7 +47,7 @@ frmAbout::frmAbout(QWidget* parent) : FormDialog(QStringLiteral("frmAbout"), par
     form->addRow(namedLabel(QStringLiteral("lblHomeText"), QStringLiteral("Programmordner:"), this), home);
     form->addRow(namedLabel(QStringLiteral("lblDatenbankText"), QStringLiteral("Datenbank:"), this), database);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    auto* ok = new QPushButton(QStringLiteral("&OK"), this);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmAbout::accept);

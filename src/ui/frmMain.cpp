@@ -10,12 +10,14 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "lang/TranslateForm.h"
+#include "viewer/zvbkor.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -24,6 +26,7 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -137,6 +140,13 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     // application, and only events for widgets of this window are handled.
     qApp->installEventFilter(this);
 
+    poll_ = new QTimer(this);
+    poll_->setInterval(pollIntervalMs);
+    connect(poll_, &QTimer::timeout, this, [this] {
+        if (current_ < 0 && !QApplication::activeModalWidget())
+            lookForRecords();
+    });
+
     resize(760, 520);
     setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {QString()}));
     RunReported(QStringLiteral("frmMain.Form_Load"), [this] { loadForm(); });
@@ -144,9 +154,43 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
 
 frmMain::~frmMain() {
     qApp->removeEventFilter(this);
-    // The viewer belongs to the workspace and goes with it.
-    closeImage();
+    // The viewer belongs to the workspace and goes with it (its place was stored when leaving).
+    Schliessen();
     delete progress_;
+}
+
+// The window's captions in the current language, with the keys of the menu items after a tab (the
+// stored captions carry none: the keys belong to the form's key handling and its settings).
+void frmMain::translateWindow() {
+    TranslateForm(this);
+    showKeysInMenus();
+    // The image display's button shows a word, not a picture: it follows the language too.
+    mpToggleBildanzeige_->setIcon(glyphIcon(GetText(QStringLiteral("Txt_ToolbarBild"), QStringLiteral("Bild"))));
+}
+
+void frmMain::showKeysInMenus() {
+    const auto keyText = [](const QString& portable) {
+        return QKeySequence::fromString(portable, QKeySequence::PortableText).toString(QKeySequence::NativeText);
+    };
+    const struct {
+        QAction* item;
+        QString key;
+    } keys[] = {
+        {mpOKWeiter_, GetSysText(QStringLiteral("Key_OK"), QStringLiteral("F10"))},
+        {mpBelegLoeschen_, GetSysText(QStringLiteral("Key_Verwerfen"), QStringLiteral("F8"))},
+        {mpAktualisieren_, QStringLiteral("F5")},
+        {mpVollbild_, QStringLiteral("F12")},
+        {mpZoomIn_, QStringLiteral("Ctrl++")},
+        {mpZoomOut_, QStringLiteral("Ctrl+-")},
+        {mpLeft_, QStringLiteral("Alt+Left")},
+        {mpRight_, QStringLiteral("Alt+Right")},
+        {mpUp_, QStringLiteral("Alt+Up")},
+        {mpDown_, QStringLiteral("Alt+Down")},
+    };
+    for (const auto& k : keys) {
+        const QString caption = k.item->text().section(QLatin1Char('\t'), 0, 0);
+        k.item->setText(k.key.isEmpty() ? caption : caption + QLatin1Char('\t') + keyText(k.key));
+    }
 }
 
 void frmMain::buildFields() {
@@ -188,7 +232,7 @@ void frmMain::buildButtons() {
     buttonOK_ = button("buttonOK", "&OK / übergeben");
     buttonVerwerfen_ = button("buttonVerwerfen", "&Verwerfen");
     buttonScannen_ = button("buttonScannen", "&Scannen");
-    buttonBeenden_ = button("buttonBeenden", "&Beenden");
+    buttonBeenden_ = button("buttonBeenden", "B&eenden");
 }
 
 void frmMain::buildMenus() {
@@ -205,7 +249,7 @@ void frmMain::buildMenus() {
     mpStatusBar_ = makeAction(this, "mpStatusBar", "&Statusleiste", true);
     mpToolbar_ = makeAction(this, "mpToolbar", "S&ymbolleiste", true);
     mpToggleBildanzeige_ = makeAction(this, "mpToggleBildanzeige", "Bild&anzeige", true);
-    mpVollbild_ = makeAction(this, "mpVollbild", "&Vollbild\tF12", true);
+    mpVollbild_ = makeAction(this, "mpVollbild", "&Vollbild", true);
     mpZoomIn_ = makeAction(this, "mpZoomIn", "Ver&größern");
     mpZoomOut_ = makeAction(this, "mpZoomOut", "Ver&kleinern");
     mpLeft_ = makeAction(this, "mpLeft", "Nach &links");
@@ -214,6 +258,7 @@ void frmMain::buildMenus() {
     mpDown_ = makeAction(this, "mpDown", "Nach &unten");
     mpOptionen_ = makeAction(this, "mpOptionen", "&Optionen...");
     mpInfo_ = makeAction(this, "mpInfo", "&Info über Veridon...");
+    mpAktualisieren_ = makeAction(this, "mpAktualisieren", "&Neue Belege suchen");
 
     QMenuBar* bar = menuBar();
     auto menu = [bar](const char* name, const char* title) {
@@ -229,6 +274,8 @@ void frmMain::buildMenus() {
     datei->addAction(mpEnde_);
     QMenu* beleg = menu("mnuBeleg", "&Beleg");
     beleg->addActions({mpOKWeiter_, mpBelegLoeschen_});
+    beleg->addSeparator();
+    beleg->addAction(mpAktualisieren_);
     beleg->addSeparator();
     beleg->addAction(mpBelegZumTest_);
     QMenu* ansicht = menu("mnuAnsicht", "&Ansicht");
@@ -261,7 +308,6 @@ void frmMain::buildToolBar() {
     mpUp_->setIcon(s->standardIcon(QStyle::SP_ArrowUp));
     mpDown_->setIcon(s->standardIcon(QStyle::SP_ArrowDown));
     mpVollbild_->setIcon(s->standardIcon(QStyle::SP_TitleBarMaxButton));
-    mpToggleBildanzeige_->setIcon(glyphIcon(QStringLiteral("Bild")));
     toolbar_->addActions({mpOKWeiter_, mpBelegLoeschen_});
     toolbar_->addSeparator();
     toolbar_->addAction(mpScannen_);
@@ -284,8 +330,18 @@ void frmMain::buildStatusBar() {
     progressBar_->setObjectName(QStringLiteral("statusProgress"));
     progressBar_->setMaximumWidth(200);
     progressBar_->hide();
+    // How many records wait stays in view beside whatever the status line says meanwhile.
+    waitingText_ = new QLabel(statusBar());
+    waitingText_->setObjectName(QStringLiteral("lblWarteschlange"));
+    waitingText_->setToolTip(QStringLiteral("Belege, die auf Korrektur warten"));
+    todaysWork_ = new QLabel(statusBar());
+    todaysWork_->setObjectName(QStringLiteral("lblStatistik"));
+    // The day's figures give way to the fields: they never widen the window, a narrow one cuts them.
+    todaysWork_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     statusBar()->addWidget(statusText_, 1);
+    statusBar()->addWidget(todaysWork_, 2);
     statusBar()->addPermanentWidget(progressBar_);
+    statusBar()->addPermanentWidget(waitingText_);
     progress_ = new StatusBarProgress(statusText_, progressBar_);
 }
 
@@ -309,6 +365,12 @@ void frmMain::connectActions() {
     connect(mpOptionen_, &QAction::triggered, this, &frmMain::showOptions);
     connect(mpDrucken_, &QAction::triggered, this, &frmMain::actionDrucken);
     connect(mpInfo_, &QAction::triggered, this, &frmMain::showAbout);
+    connect(mpAktualisieren_, &QAction::triggered, this, &frmMain::lookForRecords);
+    for (QLineEdit* edit : fields())
+        connect(edit, &QLineEdit::textEdited, this, [this, edit] {
+            if (edit->text().size() >= edit->maxLength())
+                noteFullField(edit);
+        });
     connectImageActions();
 }
 
@@ -317,8 +379,10 @@ void frmMain::loadForm() {
     mpBelegZumTest_->setVisible(IsBackupEnabled());
     buildFieldTable();
     setFieldLengths();
-    TranslateForm(this);
-    RestoreWindowPosition(this);
+    translateWindow();
+    firstStart_ = !RestoreWindowPosition(this);
+    if (firstStart_)
+        tileFirstStart();
     applyStoredToggle(mpToggleBildanzeige_, "GUI_BildanzeigeEnabled");
     applyStoredToggle(mpStatusBar_, "GUI_StatusBarEnabled");
     applyStoredToggle(mpToolbar_, "GUI_ToolBarEnabled");

@@ -6,8 +6,9 @@
 //
 // The class is split by responsibility: frmMain.cpp builds the window and its menus and runs the
 // start of the form, frmMainWorkflow.cpp the record actions, frmMainFields.cpp the field table, the
-// F2 search, cursor placement, validation and colours, frmMainKeys.cpp the keyboard, and
-// frmMainImage.cpp the calls to the image viewer.
+// F2 search, cursor placement, validation and colours, frmMainKeys.cpp the keyboard,
+// frmMainImage.cpp the calls to the image viewer, frmMainLayout.cpp the places of the window and the
+// viewer on the screen, and frmMainQueue.cpp the look-out for records while the form is empty.
 #pragma once
 
 #include <QMainWindow>
@@ -20,6 +21,7 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QTimer;
 class QToolBar;
 class StatusBarProgress;
 class frmFehler;
@@ -57,9 +59,17 @@ public:
     // buttonOK and returns 0, as F2_WieWeitSuchen says.
     int SucheFehlerhaftesFeld(bool backwards);
 
+    // While the form is empty it looks for waiting records every pollIntervalMs (and at once on
+    // F5) and takes the first that arrives.
+    static constexpr int pollIntervalMs = 3000;
+    // Looks at the pool now: shows how many records wait in the status bar and, when the form is
+    // empty and one waits, takes and shows it.
+    void lookForRecords();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     // frmMain.cpp: construction and the start of the form.
@@ -75,6 +85,18 @@ private:
     void toggleToolBar(bool on);
     void toggleImageDisplay(bool on);
     void toggleFullScreen(bool on);
+    void showKeysInMenus();
+    void translateWindow();
+
+    // frmMainLayout.cpp: first start side by side with the viewer, the viewer's remembered place.
+    void tileFirstStart();
+    void placeViewer();
+    void saveViewerPosition();
+
+    // frmMainQueue.cpp: the count of waiting records and the look-out while the form is empty.
+    void showWaitingCount(int waiting);
+    void showTodaysWork();
+    void followQueue();
 
     // frmMainScan.cpp: the scan button and the scanner menu.
     void actionScannen();
@@ -129,6 +151,9 @@ private:
     bool keyDown(QKeyEvent* key);
     bool keyPress(QKeyEvent* key);
     bool hotKeyMatches(const char* setting, int typed) const;
+    bool configuredKeyMatches(const char* setting, const char* defaultKey, const QKeyEvent* key) const;
+    bool viewerKey(const QKeyEvent* key);
+    void noteFullField(QLineEdit* edit);
     void sendKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     // State of the form.
@@ -150,6 +175,11 @@ private:
     QPushButton* buttonScannen_ = nullptr;
     QToolBar* toolbar_ = nullptr;
     QLabel* statusText_ = nullptr;
+    QLabel* waitingText_ = nullptr;
+    QLabel* todaysWork_ = nullptr;
+    QTimer* poll_ = nullptr;
+    bool firstStart_ = false;   // no stored place: the window and the viewer are tiled
+    bool viewerPlaced_ = false; // the viewer took its place in this session
     QProgressBar* progressBar_ = nullptr;
     StatusBarProgress* progress_ = nullptr;
     QPointer<frmFehler> errorList_;
@@ -174,6 +204,7 @@ private:
     QAction* mpRight_ = nullptr;
     QAction* mpUp_ = nullptr;
     QAction* mpDown_ = nullptr;
+    QAction* mpAktualisieren_ = nullptr;
 
     bool closing_ = false;
 };

@@ -46,8 +46,11 @@ bool frmMain::actionOK() {
     // Without errors, or with warnings the operator accepted: the corrected mark as the values hold
     // it, and nothing left in the error list.
     korrigiert_->setText(WerteArray().GetValue(QStringLiteral("Korrigiert")));
-    if (errorList_)
+    // The list belongs to this record: it goes with it instead of covering the next one's fields.
+    if (errorList_) {
         errorList_->setErrorText(QString());
+        errorList_->close();
+    }
     refreshAfterCheck();
     const qint32 number = current_;
     current_ = -1;

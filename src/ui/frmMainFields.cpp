@@ -210,9 +210,21 @@ int frmMain::searchFaultyFrom(int start, bool backwards) {
 // F2 (Shift+F2 backwards): jump to the next faulty field. With none left the record may be handed
 // over; after a hand-over with F2_WieWeitSuchen 2 the search goes on in the next record from its
 // first field, so the operator walks through a whole batch with F2 alone.
+//
+// Outside the fields (on a button, after a question was cancelled) the search covers every field,
+// from the first (backwards: from the last). F2 on "OK / übergeben" with nothing left to correct
+// hands the record over, as Enter there would: the jump had put the operator there for that.
 void frmMain::f2Jump(bool backwards) {
     QWidget* from = focusWidget();
-    int result = SucheFehlerhaftesFeld(backwards);
+    int result = 0;
+    if (from && datensatz_->isAncestorOf(from)) {
+        result = SucheFehlerhaftesFeld(backwards);
+    } else {
+        const QList<QLineEdit*> all = fields();
+        result = searchFaultyFrom(tabIndexOf(backwards ? all.last() : all.first()), backwards);
+        if (result == 0 && !backwards && from == buttonOK_ && focusWidget() == buttonOK_)
+            result = 1;
+    }
     while (result == 1 || result == 2) {
         if (backwards) {
             focusField(from);

@@ -41,13 +41,29 @@ QString frmMain::recordImageFile() const {
     return !file.isEmpty() && QFileInfo(file).isFile() ? file : QString();
 }
 
+// The viewer follows the record: a page that belongs to another record never stays beside this
+// one. Without a bare image name the viewer closes; with a missing file it shows an empty page that
+// names the file, so the operator sees why there is no picture.
 void frmMain::showFieldImage() {
     if (current_ < 0 || !GetSysFlag(QStringLiteral("GUI_BildanzeigeEnabled"), false))
         return;
-    const QString file = recordImageFile();
-    if (file.isEmpty())
+    const QString bmpName = WerteArray().GetValue(QStringLiteral("BMPName"));
+    const QString candidate = RecordImageFile(bmpName);
+    if (candidate.isEmpty()) {
+        closeImage();
         return;
+    }
     RunReported(QStringLiteral("ShowFieldImage"), [&] {
+        if (!QFileInfo(candidate).isFile()) {
+            const QString notice =
+                GetText(QStringLiteral("Txt_ImageMissing"), QStringLiteral("Die Bilddatei '%1' des Belegs %2 fehlt."),
+                        {bmpName, current_});
+            Anzeigen(candidate.toUtf8().constData(), notice.toUtf8().constData(), "0", "0", 0, 0, 0, 0);
+            placeViewer();
+            raiseViewer();
+            return;
+        }
+        const QString& file = candidate;
         qint32 x = 0, y = 0, dx = 0, dy = 0;
         QString label;
         QWidget* active = focusWidget();
@@ -65,13 +81,17 @@ void frmMain::showFieldImage() {
         const QByteArray offsetY = WerteArray().GetValue(QStringLiteral("BMOffsetY")).trimmed().toUtf8();
         Anzeigen(file.toUtf8().constData(), label.toUtf8().constData(), offsetX.constData(), offsetY.constData(), x, y,
                  dx, dy);
+        placeViewer();
         raiseViewer();
     });
 }
 
+// Closes the viewer; its place is kept for the next time it opens.
 void frmMain::closeImage() {
-    if (viewerWindow())
+    if (viewerWindow()) {
+        saveViewerPosition();
         Schliessen();
+    }
 }
 
 // Full screen: the page of the record on screen until the operator ends it, then the viewer closes.

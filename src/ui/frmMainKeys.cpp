@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // frmMain: the keyboard. The form sees every key before its controls (the filter sits on the
 // application and takes only keys meant for this window). A key runs through the key-down table
-// first (Insert, Enter, the pad's decimal key, F2, F3, Ctrl+F, Escape, F12) and then, when it types
-// a character, through the key-press rules (discarded characters, hot keys from zvbSysKeys,
-// overwrite mode). Focus changes of the ten fields are caught here too and passed on to the field
-// handlers.
+// first (the keys for hand-over and discard, Insert, Enter, the pad's decimal key, F2, F3, F5,
+// Ctrl+F, Escape, F12, the viewer's zoom and scroll keys) and then, when it types a character,
+// through the key-press rules (discarded characters, hot keys from zvbSysKeys, overwrite mode, the
+// note on a full field). Focus changes of the ten fields are caught here too and passed on to the
+// field handlers.
+//
+// The viewer's keys hold Ctrl (zoom) or Alt (scroll): the numeric pad's digits, operators and
+// decimal key type into the fields or stand for F2 to F4, and so must never move the page.
 
 #include "WindowsKeyCodes.h"
 #include "frmMain.h"
@@ -19,7 +23,10 @@
 #include <QFocusEvent>
 #include <QGroupBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QStatusBar>
 
 namespace {
 
@@ -68,6 +75,13 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
             noteKeystroke(); // the operator's effort on the record, for the statistics
         return keyDown(key) || keyPress(key);
     }
+    case QEvent::WindowActivate:
+        // Qt draws the focus frame only after a Tab and forgets that whenever a window is shown or
+        // activated; the operator works by keyboard and must always see where the keys go, in this
+        // window and in every dialog and question opened over it.
+        if (auto* w = qobject_cast<QWidget*>(watched); w && w->isWindow())
+            w->setAttribute(Qt::WA_KeyboardFocusChange);
+        return false;
     case QEvent::FocusIn:
     case QEvent::FocusOut: {
         auto* edit = qobject_cast<QLineEdit*>(watched);
@@ -102,6 +116,52 @@ void frmMain::sendKey(int key, Qt::KeyboardModifiers modifiers) {
     QCoreApplication::sendEvent(target, &release);
 }
 
+// True when key is the key the setting names (a key sequence such as "F10" or "Ctrl+Return"; the
+// default when the setting is null, no key when it is empty). The pad's flag does not count, so
+// the pad's Enter is Enter.
+bool frmMain::configuredKeyMatches(const char* setting, const char* defaultKey, const QKeyEvent* key) const {
+    const QKeySequence configured = QKeySequence::fromString(
+        GetSysText(QLatin1String(setting), QLatin1String(defaultKey)), QKeySequence::PortableText);
+    if (configured.count() != 1)
+        return false;
+    const Qt::KeyboardModifiers mods = key->modifiers() & ~Qt::KeypadModifier;
+    return configured[0] == QKeyCombination(mods, Qt::Key(key->key()));
+}
+
+// The viewer's keys: Ctrl and plus or minus zoom, Alt and an arrow scroll. True when key was one.
+bool frmMain::viewerKey(const QKeyEvent* key) {
+    const Qt::KeyboardModifiers mods = key->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
+    QAction* item = nullptr;
+    if (mods == Qt::ControlModifier) {
+        if (key->key() == Qt::Key_Plus || key->key() == Qt::Key_Equal)
+            item = mpZoomIn_;
+        else if (key->key() == Qt::Key_Minus)
+            item = mpZoomOut_;
+    } else if (mods == Qt::AltModifier) {
+        switch (key->key()) {
+        case Qt::Key_Left:
+            item = mpLeft_;
+            break;
+        case Qt::Key_Right:
+            item = mpRight_;
+            break;
+        case Qt::Key_Up:
+            item = mpUp_;
+            break;
+        case Qt::Key_Down:
+            item = mpDown_;
+            break;
+        default:
+            break;
+        }
+    }
+    if (!item)
+        return false;
+    if (item->isEnabled())
+        item->trigger();
+    return true;
+}
+
 // The key-down table. True when the key was handled and goes no further.
 bool frmMain::keyDown(QKeyEvent* key) {
     lastKeyCode_ = windowsKeyCode(key);
@@ -110,12 +170,28 @@ bool frmMain::keyDown(QKeyEvent* key) {
         active = nullptr;
     const Qt::KeyboardModifiers mods = key->modifiers();
     const bool pad = mods.testFlag(Qt::KeypadModifier);
+    // The operator's own keys for the two ways a record ends, from wherever the focus is.
+    if (configuredKeyMatches("Key_OK", "F10", key)) {
+        onOK();
+        return true;
+    }
+    if (configuredKeyMatches("Key_Verwerfen", "F8", key)) {
+        onVerwerfen();
+        return true;
+    }
+    if (viewerKey(key))
+        return true;
     switch (key->key()) {
     case Qt::Key_Insert:
         overwrite_ = !overwrite_;
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        // Enter on a button presses it: on "OK / übergeben" it hands the record over.
+        if (auto* button = qobject_cast<QPushButton*>(active); button && button->isEnabled()) {
+            button->click();
+            return true;
+        }
         if (active && GetSysFlag(QStringLiteral("Key_EnterLikeTab"), false)) {
             focusNextChild();
             return true;
@@ -135,11 +211,17 @@ bool frmMain::keyDown(QKeyEvent* key) {
         }
         return false;
     case Qt::Key_F2:
-        if (active && datensatz_->isAncestorOf(active)) {
+        // From any control of the window: outside the fields the search starts at the first field
+        // (backwards: the last).
+        if (current_ >= 0) {
             f2Jump(mods.testFlag(Qt::ShiftModifier));
             return true;
         }
-        return false;
+        QApplication::beep();
+        return true;
+    case Qt::Key_F5:
+        lookForRecords();
+        return true;
     case Qt::Key_F:
         if (mods.testFlag(Qt::ControlModifier))
             return handOverToErrorList();
@@ -191,8 +273,23 @@ bool frmMain::keyPress(QKeyEvent* key) {
     });
     if (!ran || hot)
         return true;
-    if (overwrite_ && typed >= 32)
-        if (auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget()); edit && !edit->hasSelectedText())
-            edit->setSelection(edit->cursorPosition(), 1);
+    auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    if (overwrite_ && typed >= 32 && edit && !edit->hasSelectedText())
+        edit->setSelection(edit->cursorPosition(), 1);
+    // A character that no longer fits is not taken by the field: say so instead of dropping it.
+    if (typed >= 32 && edit && isDataField(edit) && !edit->hasSelectedText() &&
+        edit->text().size() >= edit->maxLength())
+        noteFullField(edit);
     return false;
+}
+
+// A beep and a note in the status bar: the field holds as many characters as it can take.
+void frmMain::noteFullField(QLineEdit* edit) {
+    QApplication::beep();
+    const auto* label = datensatz_->findChild<QLabel*>(QStringLiteral("lbl") + edit->objectName());
+    const QString name = label ? label->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')) : edit->objectName();
+    statusBar()->showMessage(GetText(QStringLiteral("Txt_FieldFull"),
+                                     QString::fromUtf8("Das Feld '%1' ist voll: es nimmt höchstens %2 Zeichen auf."),
+                                     {name, edit->maxLength()}),
+                             8000);
 }

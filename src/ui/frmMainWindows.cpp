@@ -3,6 +3,7 @@
 // on screen, the options and the about window - and the printing of the record on screen.
 
 #include "FieldPalette.h"
+#include "QtTranslations.h"
 #include "frmAbout.h"
 #include "frmFehler.h"
 #include "frmMain.h"
@@ -50,8 +51,10 @@ void frmMain::showOptions() {
     if (options.exec() != QDialog::Accepted)
         return;
     ReloadLanguage();
-    TranslateForm(this);
+    LoadQtTranslations(GetLanguage());
+    translateWindow();
     updateCaption();
+    followQueue();
     // The colours are the one setting kept in memory: take the new ones and show them at once.
     LoadColours();
     colourFields(QStringLiteral("all"));

@@ -16,7 +16,9 @@
 #include <QCloseEvent>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 
 void frmMain::takeAndShowNext() {
     current_ = TakeNextRecord();
@@ -24,6 +26,7 @@ void frmMain::takeAndShowNext() {
         showRecord();
     else
         showEmpty();
+    followQueue();
 }
 
 void frmMain::valuesToControls() {
@@ -46,8 +49,9 @@ void frmMain::controlsToValues() {
 }
 
 void frmMain::updateCaption() {
-    const QString detail =
-        current_ < 0 ? QString() : QStringLiteral("- Beleg %1 (%2)").arg(current_).arg(bmpName_->text());
+    const QString detail = current_ < 0 ? QString()
+                                        : GetText(QStringLiteral("Caption_frmMainBeleg"),
+                                                  QStringLiteral("- Beleg %1 (%2)"), {current_, bmpName_->text()});
     setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {detail}));
 }
 
@@ -120,24 +124,32 @@ void frmMain::actionBeenden() {
 }
 
 // Leaving: the open field is validated, an open record needs a Yes and is then discarded (the
-// announced loss), the workstation's records go back to the pool, and the image folder is emptied.
+// announced loss), the workstation's records go back to the pool, and the images no record names
+// any more leave the image folder. Cancelling the question puts the operator back where he was.
 void frmMain::closeEvent(QCloseEvent* event) {
     if (closing_) {
         event->accept();
         return;
     }
+    QPointer<QWidget> before = focusWidget();
     buttonBeenden_->setFocus(Qt::OtherFocusReason);
     if (!ConfirmLeave(current_)) {
         event->ignore();
+        // Back to the field the operator worked in, also when he reached "Beenden" by mouse.
+        QWidget* back = before && isDataField(before) ? before.data() : enteredField_.data();
+        if (back && back->isEnabled())
+            back->setFocus(Qt::OtherFocusReason);
         return;
     }
     closing_ = true;
+    poll_->stop();
     if (current_ >= 0) {
         controlsToValues();
         DiscardRecord(current_, true);
         current_ = -1;
     }
     ReleaseOwnRecords();
+    saveViewerPosition();
     closeImage();
     SaveWindowPosition(this);
     // Other windows of the program close with the main window, the last opened first.
@@ -145,6 +157,6 @@ void frmMain::closeEvent(QCloseEvent* event) {
     for (qsizetype i = others.size() - 1; i >= 0; --i)
         if (others[i] != this && others[i]->isVisible())
             others[i]->close();
-    DeleteFolderImages();
+    DeleteUnreferencedImages();
     event->accept();
 }

@@ -12,6 +12,7 @@
 #include <QFileDialog>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -92,10 +93,10 @@ frmOptionen::frmOptionen(QWidget* parent, const QStringList& arguments)
     for (Page page : {System, Pfade})
         tabs_->widget(page)->setEnabled(admin_);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    auto* ok = new QPushButton(QStringLiteral("&OK"), this);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Abbrechen"), this);
+    auto* cancel = new QPushButton(QStringLiteral("&Abbrechen"), this);
     cancel->setObjectName(QStringLiteral("cmdAbbrechen"));
     connect(ok, &QPushButton::clicked, this, &frmOptionen::accept);
     connect(cancel, &QPushButton::clicked, this, &frmOptionen::reject);
@@ -150,13 +151,22 @@ void frmOptionen::loadValues() {
 
 SettingValues frmOptionen::editedValues() const {
     SettingValues values;
+    // A setting the home's table does not have yet (a home made by an older version) is not
+    // written; the program uses its default for it.
     for (const Binding& binding : bindings_)
-        if (editable(binding.page))
+        if (editable(binding.page) && stored_.contains(binding.column))
             values.append({binding.column, binding.value(stored_.value(binding.column))});
     return values;
 }
 
 void frmOptionen::accept() {
+    // One key cannot both hand over and discard.
+    const QString okKey = recordKeys_[0]->currentData().toString();
+    if (!okKey.isEmpty() && okKey == recordKeys_[1]->currentData().toString()) {
+        ShowMessage(Msg::DoubleHotkey, MsgBox::Exclamation);
+        tabs_->setCurrentIndex(Bedienung);
+        return;
+    }
     if (!SaveOptions(editedValues())) {
         tabs_->setCurrentIndex(Bedienung);
         return;
@@ -244,6 +254,30 @@ void frmOptionen::bindCombo(const QString& column, Page page, QComboBox* combo) 
                               chosen.toString().compare(stored.toString(), Qt::CaseInsensitive) == 0)
                               return stored;
                           return chosen;
+                      }});
+}
+
+// A key for hand-over or discard, stored as its portable name ("F10"); "" is no key, and an unset
+// setting shows (and keeps) the key the form uses then.
+void frmOptionen::bindRecordKey(const QString& column, QComboBox* combo, const QString& defaultKey) {
+    static const char* const offered[] = {"F6", "F7", "F8", "F9", "F10", "F11", "Ctrl+Return"};
+    combo->addItem(GetText(Msg::Txt_ComboEntryNone), QString());
+    for (const char* key : offered)
+        combo->addItem(QKeySequence::fromString(QLatin1String(key)).toString(QKeySequence::NativeText),
+                       QLatin1String(key));
+    bindings_.append({column, Bedienung,
+                      [combo, defaultKey](const QVariant& v) {
+                          const QString key = v.isNull() ? defaultKey : v.toString();
+                          int index = findValue(combo, key);
+                          if (index < 0) {
+                              combo->addItem(key, key);
+                              index = combo->count() - 1;
+                          }
+                          combo->setCurrentIndex(index);
+                      },
+                      [combo, defaultKey](const QVariant& stored) -> QVariant {
+                          const QString chosen = combo->currentData().toString();
+                          return stored.isNull() && chosen == defaultKey ? stored : QVariant(chosen);
                       }});
 }
 

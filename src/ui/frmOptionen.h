@@ -82,12 +82,14 @@ private:
     void bindCombo(const QString& column, Page page, QComboBox* combo);
     void bindText(const QString& column, Page page, QLineEdit* edit);
     void bindSpin(const QString& column, Page page, QSpinBox* spin);
+    void bindRecordKey(const QString& column, QComboBox* combo, const QString& defaultKey);
 
     bool admin_;
     QVariantMap stored_;
     QList<Binding> bindings_;
     QTabWidget* tabs_ = nullptr;
     QList<QComboBox*> hotkeys_;
+    QList<QComboBox*> recordKeys_; // the keys for hand-over and discard
     QComboBox* language_ = nullptr;
     QComboBox* state_ = nullptr;
     QComboBox* focusField_ = nullptr;

@@ -113,6 +113,29 @@ QWidget* frmOptionen::buildBedienung() {
         keyLayout->addWidget(keyLabel, i + 2, 0);
         keyLayout->addWidget(key, i + 2, 1);
     }
+    // The keys that end a record from wherever the focus is: function keys the form does not use
+    // otherwise, or Ctrl+Enter.
+    const struct {
+        const char* label;
+        const char* caption;
+        const char* combo;
+        const char* tip;
+        const char* column;
+        const char* defaultKey;
+    } recordKeys[] = {{"lblKeyOK", "Ü&bergeben mit:", "cboKeyOK",
+                       "Taste, die den Beleg prüft und übergibt, wo auch immer der Cursor steht", "Key_OK", "F10"},
+                      {"lblKeyVerwerfen", "Ver&werfen mit:", "cboKeyVerwerfen",
+                       "Taste, die nach Rückfrage den Beleg verwirft", "Key_Verwerfen", "F8"}};
+    for (const auto& k : recordKeys) {
+        auto* keyLabel = label(QLatin1String(k.label), QString::fromUtf8(k.caption), keys);
+        auto* key = named(new QComboBox(keys), QLatin1String(k.combo));
+        key->setToolTip(QString::fromUtf8(k.tip));
+        keyLabel->setBuddy(key);
+        recordKeys_ << key;
+        bindRecordKey(QLatin1String(k.column), key, QLatin1String(k.defaultKey));
+        keyLayout->addWidget(keyLabel, keyLayout->rowCount(), 0);
+        keyLayout->addWidget(key, keyLayout->rowCount() - 1, 1);
+    }
 
     auto* focusLabel = label(QStringLiteral("lblFocusField"), QStringLiteral("&Erstes Feld eines Belegs:"), page);
     focusField_ = named(new QComboBox(page), QStringLiteral("cboFocusField"));
@@ -227,7 +250,7 @@ QWidget* frmOptionen::buildFarben() {
         swatch->setMinimumSize(64, 22);
         swatch->setAutoFillBackground(true);
         swatches_ << swatch;
-        auto* change = named(new QPushButton(QStringLiteral("Ändern..."), page), QStringLiteral("cmdFarbe"), i);
+        auto* change = named(new QPushButton(QStringLiteral("Ä&ndern..."), page), QStringLiteral("cmdFarbe"), i);
         connect(change, &QPushButton::clicked, this, [this, i] { pickColour(i); });
         grid->addWidget(label(QStringLiteral("lblFarbe"), names[i], page, i), i, 0);
         grid->addWidget(swatch, i, 1);

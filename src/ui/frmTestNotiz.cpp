@@ -30,10 +30,10 @@ frmTestNotiz::frmTestNotiz(QWidget* parent) : FormDialog(QStringLiteral("frmTest
     note->setToolTip(QStringLiteral("Was bei diesem Beleg auffällt"));
     noteLabel->setBuddy(note);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    auto* ok = new QPushButton(QStringLiteral("&OK"), this);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Abbrechen"), this);
+    auto* cancel = new QPushButton(QStringLiteral("&Abbrechen"), this);
     cancel->setObjectName(QStringLiteral("cmdAbbrechen"));
     connect(ok, &QPushButton::clicked, this, &frmTestNotiz::accept);
     connect(cancel, &QPushButton::clicked, this, &frmTestNotiz::reject);

@@ -34,6 +34,19 @@ void PageView::setPage(std::shared_ptr<const PageImage> page) {
         inverted_ = false;
     }
     page_ = std::move(page);
+    notice_.clear();
+    updateScrollBars();
+    viewport()->update();
+    emit viewChanged();
+}
+
+void PageView::showNotice(const QString& notice) {
+    page_.reset();
+    turns_ = 0;
+    inverted_ = false;
+    mark_ = QRect();
+    label_.clear();
+    notice_ = notice;
     updateScrollBars();
     viewport()->update();
     emit viewChanged();
@@ -41,6 +54,7 @@ void PageView::setPage(std::shared_ptr<const PageImage> page) {
 
 void PageView::clearPage() {
     page_.reset();
+    notice_.clear();
     zoomStep_ = defaultZoomStep;
     turns_ = 0;
     inverted_ = false;
@@ -197,8 +211,19 @@ bool PageView::toggleInverted() {
 void PageView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.fillRect(event->rect(), background);
-    if (!page_)
+    if (!page_) {
+        if (!notice_.isEmpty()) {
+            // A blank sheet with the notice, so nobody takes the empty view for a page of the record.
+            const QRect sheet = viewport()->rect().adjusted(24, 24, -24, -24);
+            painter.fillRect(sheet, Qt::white);
+            QFont font = painter.font();
+            font.setPointSizeF(font.pointSizeF() * 1.3);
+            painter.setFont(font);
+            painter.setPen(QColor(0x80, 0, 0));
+            painter.drawText(sheet.adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, notice_);
+        }
         return;
+    }
     const QTransform toView = pageToView();
     pagepainter::paintPage(painter, *page_, toView, zoom(), event->rect(), inverted_);
     pagepainter::paintMark(painter, mark_, toView, label_, viewport()->rect());

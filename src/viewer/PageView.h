@@ -23,6 +23,10 @@ public:
     void setPage(std::shared_ptr<const PageImage> page);
     // Shows nothing, lets go of the page and returns to the starting zoom, upright and not inverted.
     void clearPage();
+    // Shows an empty page with notice written in its middle instead of a page (an image that cannot
+    // be shown); the zoom stays for the next page. The notice goes with the next setPage.
+    void showNotice(const QString& notice);
+    const QString& notice() const { return notice_; }
     const std::shared_ptr<const PageImage>& page() const { return page_; }
 
     // Frames region (page pixels) with label and brings its centre to the middle of the view,
@@ -77,6 +81,7 @@ private:
     bool inverted_ = false;
     QRect mark_;
     QString label_;
+    QString notice_;
     bool dragging_ = false;
     QPoint dragStart_;
     QPoint dragScroll_;

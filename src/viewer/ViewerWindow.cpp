@@ -39,6 +39,16 @@ void ViewerWindow::display(const QString& path, std::shared_ptr<const PageImage>
     updateStatus();
 }
 
+void ViewerWindow::displayMissing(const QString& path, const QString& notice) {
+    path_ = path;
+    if (QWidget* active = QApplication::activeWindow(); active && active != this)
+        keyboardOwner_ = active;
+    view_->showNotice(notice);
+    if (!isVisible())
+        show();
+    updateStatus();
+}
+
 bool ViewerWindow::closeViewer() {
     const bool wasShown = isVisible();
     hide();
@@ -59,6 +69,8 @@ void ViewerWindow::updateStatus() {
         parts << QFileInfo(path_).fileName();
     if (!view_->markLabel().isEmpty())
         parts << view_->markLabel();
+    if (!view_->notice().isEmpty())
+        parts << view_->notice();
     parts << QStringLiteral("%1 %").arg(qRound(view_->zoom() * 100));
     if (view_->quarterTurns() != 0)
         parts << QStringLiteral("%1°").arg(view_->quarterTurns() * 90);

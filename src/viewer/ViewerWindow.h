@@ -21,6 +21,9 @@ public:
     // Shows page (the first page of the file at path) with region marked and labelled, showing the
     // window first when it is hidden; an open window stays where it is in the stacking order.
     void display(const QString& path, std::shared_ptr<const PageImage> page, const QRect& region, const QString& label);
+    // Shows an empty page with notice instead of the page of path (a file that is missing or cannot
+    // be read), showing the window first when it is hidden; the page shown before is gone.
+    void displayMissing(const QString& path, const QString& notice);
     // Hides the window and lets go of its page. Returns false when it was not shown.
     bool closeViewer();
 

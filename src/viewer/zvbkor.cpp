@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QThread>
@@ -113,15 +114,22 @@ int32_t Anzeigen(const char* imageFile, const char* fieldName, const char* offse
         Session& s = session();
         QString error;
         std::shared_ptr<const PageImage> page = s.cache.page(path, &error);
+        const QString label = fieldName ? QString::fromUtf8(fieldName) : QString();
         if (!page) {
             qCInfo(viewerLog, "%s", qUtf8Printable(error));
+            // The page shown before belongs to another record: it must not stay beside this one.
+            if (!s.window)
+                s.window = new ViewerWindow;
+            s.window->displayMissing(path, label.isEmpty() ? QFileInfo(path).fileName() : label);
+            s.file.clear();
+            s.region = QRect();
+            s.label.clear();
             return 0;
         }
         QRect region;
         if (dx > 0 && dy > 0)
             region = QRect(clampToInt(qint64(x) + decimalText(offsetX)), clampToInt(qint64(y) + decimalText(offsetY)),
                            dx, dy);
-        const QString label = fieldName ? QString::fromUtf8(fieldName) : QString();
         if (!s.window)
             s.window = new ViewerWindow;
         s.window->display(path, page, region, label);

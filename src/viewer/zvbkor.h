@@ -33,8 +33,10 @@ extern "C" {
  * the region x + offsetX, y + offsetY, dx, dy is marked and brought into view (centred as far as
  * the page's edges allow), zooming out while it does not fit. A region of width or height 0 shows
  * the page from its top left corner without a mark. A new file starts upright and not inverted; the
- * zoom stays while the viewer is open. Returns 0, leaving the viewer as it was, when the name is
- * empty or the file is missing or no readable image. */
+ * zoom stays while the viewer is open. Returns 0 when the name is empty (the viewer stays as it
+ * was), and when the file is missing or no readable image: the viewer then shows an empty page with
+ * fieldName written on it (the file's name when fieldName is empty) instead of the page shown
+ * before, which belongs to another record, and full screen has nothing to show. */
 ZVBKOR_API int32_t Anzeigen(const char* imageFile, const char* fieldName, const char* offsetX, const char* offsetY,
                             int32_t x, int32_t y, int32_t dx, int32_t dy);
 

@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QVector>
 
 namespace {
@@ -165,7 +166,9 @@ bool SaveWithStatus(qint32 n, qint16 status) {
 bool DiscardRecord(qint32 n, bool silent) {
     if (n < 0)
         return false;
-    if (!silent && ShowMessage(Msg::AskDelete, MsgBox::YesNo + MsgBox::Question) != MsgBox::Yes)
+    // Deleting cannot be undone: the question defaults to No, so a hasty Enter keeps the record.
+    if (!silent &&
+        ShowMessage(Msg::AskDelete, MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2) != MsgBox::Yes)
         return false;
     const RecordWork work = recordWork();
     bool deleted = false;
@@ -229,16 +232,27 @@ int EmptyPoolForScan() {
     return execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
 }
 
-int DeleteFolderImages() {
+int DeleteUnreferencedImages() {
     int deleted = 0;
-    RunReported(QStringLiteral("DeleteFolderImages"), [&] {
+    RunReported(QStringLiteral("DeleteUnreferencedImages"), [&] {
         const QString folder = GetBildpfad();
         if (folder.isEmpty())
             return;
+        // Every image a record of the pool still names, whatever its state or holder: a waiting
+        // record, one another workstation corrects, one handed over and not yet exported. Names are
+        // compared without regard to case, as the database compares them, so a doubt keeps the file.
+        // When the pool cannot be read this throws before anything is deleted.
+        QSet<QString> referenced;
+        {
+            QSqlQuery q = execSql(QStringLiteral("SELECT BMPName FROM ") + GetValuesTable() +
+                                  QStringLiteral(" WHERE BMPName IS NOT NULL"));
+            while (q.next())
+                referenced.insert(q.value(0).toString().toLower());
+        }
         QDir dir(folder);
         const QStringList files = dir.entryList({QStringLiteral("*.tif")}, QDir::Files);
         for (const QString& name : files)
-            if (dir.remove(name))
+            if (!referenced.contains(name.toLower()) && dir.remove(name))
                 ++deleted;
     });
     return deleted;

@@ -57,7 +57,8 @@ bool RecordState(qint32 number, qint16& status, qint16& korrId);
 bool SaveWithStatus(qint32 number, qint16 status);
 
 // The discard of the record in hand (number), as actionVerwerfen does after the window wrote its
-// controls into the values: unless silent, asks "Msg_AskDelete" and stops on any answer but Yes.
+// controls into the values: unless silent, asks "Msg_AskDelete" (No is the default answer) and
+// stops on any answer but Yes.
 // A bare-named image is deleted from the image folder, after a "_d." copy into the day's image
 // backup when images are backed up; a path-like name is never touched. A failed deletion is shown
 // as "Msg_ImageDeleteErr" and the record is still deleted. The values are saved and emptied, the
@@ -92,5 +93,9 @@ bool ConfirmLeave(qint32 number);
 // records deleted. Throws VeridonError when the database fails.
 int EmptyPoolForScan();
 
-// Deletes every "*.tif" file of the image folder, one by one; returns how many were deleted.
-int DeleteFolderImages();
+// The image folder's clean-up when the program ends: deletes every "*.tif" file of the image folder
+// that no record of zvbWerte names (in any state, held by any workstation), one by one, and returns
+// how many were deleted. The images of waiting records and of records another workstation holds
+// stay. When the pool cannot be read, nothing is deleted and the failure is reported as run-time
+// error "DeleteUnreferencedImages()".
+int DeleteUnreferencedImages();

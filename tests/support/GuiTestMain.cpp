@@ -3,6 +3,7 @@
 // offscreen platform around GoogleTest.
 
 #include <QApplication>
+#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -27,6 +28,19 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR") && runtime.isValid()) {
         QFile::setPermissions(runtime.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtime.path()));
+    }
+    // VERIDON_TEST_SCREEN=WIDTHxHEIGHT gives the offscreen platform a screen of that size, for the
+    // tests of what an operator sees on a given monitor.
+    QTemporaryDir screenConfig;
+    const QList<QByteArray> size = qgetenv("VERIDON_TEST_SCREEN").split('x');
+    if (size.size() == 2 && screenConfig.isValid()) {
+        QFile config(screenConfig.filePath(QStringLiteral("screen.json")));
+        if (config.open(QIODevice::WriteOnly)) {
+            config.write("{\"screens\": [{\"name\": \"desk\", \"x\": 0, \"y\": 0, \"width\": " + size[0] +
+                         ", \"height\": " + size[1] + ", \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
+            config.close();
+            qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(config.fileName()));
+        }
     }
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);

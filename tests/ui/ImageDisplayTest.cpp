@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The scanned page beside the form: which field's region the viewer shows, and the cases in which
-// it must not appear at all (display switched off, a path-like image name, a missing file).
+// The scanned page beside the form: which field's region the viewer shows, when it does not appear
+// at all (display switched off), and what it shows when the record has no page to show (a
+// path-like name, a missing file).
 
 #include "MainWindowFixture.h"
 
@@ -82,26 +83,40 @@ TEST_F(ImageDisplay, switched_off_no_viewer_appears_and_switching_off_closes_it)
     EXPECT_EQ(viewer(), nullptr);
 }
 
-TEST_F(ImageDisplay, a_path_like_or_missing_image_shows_nothing_and_says_nothing) {
+// The viewer never shows a record beside another record's card: a record whose image is missing
+// gets a blank page that names the file, one whose name is path-like (never shown) closes the
+// viewer. Neither is a message.
+TEST_F(ImageDisplay, another_records_card_never_stays_beside_a_record_without_its_image) {
+    copyDemoImage();
+    FormValues form = demoForms().at(0);
+    insertRecord(form); // Huber, with her card
+    FormValues missing = demoForms().at(1);
+    missing["BMPName"] = "31909999.tif"; // de Vries, never scanned
+    const qint32 deVries = insertRecord(missing);
     // The scan lies in a sub-folder of the image folder and the record names it with that folder:
     // image folder + name is a file, but a name with a folder is never shown.
     QDir().mkpath(home.path("images/alt"));
     copyDemoImage("alt/31901001.tif");
-    FormValues form = demoForms().at(0);
     form["BMPName"] = "alt/31901001.tif";
     insertRecord(form);
-    form["BMPName"] = "31909999.tif"; // never scanned
-    insertRecord(form);
     open();
+    ASSERT_TRUE(viewerStatus().contains("31901001.tif"));
+
+    key(Qt::Key_F10); // hands Mrs Huber over; Mr de Vries comes next
+    ASSERT_EQ(window->currentRecord(), deVries);
+    ASSERT_NE(viewer(), nullptr);
+    EXPECT_TRUE(viewerStatus().contains("31909999.tif")) << viewerStatus().toStdString();
+    EXPECT_FALSE(viewerStatus().contains("31901001.tif")) << viewerStatus().toStdString();
+    QImage page = viewer()->findChild<QWidget*>("zvbkorPage")->grab().toImage();
+    EXPECT_EQ(page.pixelColor(page.width() / 2, page.height() / 3), QColor(Qt::white)) << "a blank sheet";
     key(Qt::Key_Tab);
-    EXPECT_EQ(viewer(), nullptr);
+    EXPECT_TRUE(viewerStatus().contains("31909999.tif"));
 
     messages.queueAnswer(MsgBox::Yes);
-    action("mpBelegLoeschen")->trigger();
+    key(Qt::Key_F8); // discards him
     ASSERT_EQ(field("NACHNAME")->text(), "Huber");
-    key(Qt::Key_Tab);
     EXPECT_EQ(viewer(), nullptr);
-    EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString();
+    EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString(); // the discard's question
 }
 
 TEST_F(ImageDisplay, f12_shows_the_page_full_screen_until_escape_then_closes_the_viewer) {

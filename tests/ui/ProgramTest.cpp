@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The veridon program as a whole, started as the operator starts it: one copy per home.
 
+#include "../workflow/DemoRecords.h"
+#include "CliRun.h"
 #include "HomeTest.h"
 #include "ui/SingleInstance.h"
 
@@ -59,6 +61,35 @@ TEST_F(Program, a_second_start_on_the_same_home_ends_at_once_and_the_first_runs_
             p->waitForFinished(5000);
         }
     }
+}
+
+// While the windows hold a home, the command line's workflow commands refuse: the record on screen
+// is never taken from under the operator. Reading commands still run, and once the program has
+// ended the commands work again.
+TEST_F(Program, the_command_lines_workflow_commands_wait_for_the_windows_to_end) {
+    const QVector<qint32> records = insertDemoRecords(2);
+    QProcess program;
+    start(program, home.dir());
+    ASSERT_TRUE(listening(home.dir(), 20000)) << program.readAll().toStdString();
+    // The window listens before it takes its first record.
+    QElapsedTimer taking;
+    taking.start();
+    while (workflowOf(records[0]) != "30/1" && taking.elapsed() < 20000)
+        QThread::msleep(100);
+    ASSERT_EQ(workflowOf(records[0]), "30/1");
+
+    ASSERT_EQ(runCli({"--home", home.dir(), "sql", "SELECT Workflow_Status FROM zvbWerte"}).exitCode, 0);
+    for (const QStringList& command : {QStringList{"next"}, {"discard", QString::number(records[0])}, {"export"}}) {
+        const CliRun refused = runCli(QStringList{"--home", home.dir(), "--yes"} + command);
+        EXPECT_EQ(refused.exitCode, 1) << command.join(' ').toStdString();
+        EXPECT_TRUE(refused.err.contains("belegt")) << refused.err.toStdString();
+    }
+    EXPECT_EQ(workflowOf(records[0]), "30/1");
+    EXPECT_EQ(workflowOf(records[1]), "10/0");
+
+    program.kill(); // even a program that dies leaves no lock behind
+    program.waitForFinished(5000);
+    EXPECT_EQ(runCli({"--home", home.dir(), "next"}).exitCode, 0);
 }
 
 } // namespace

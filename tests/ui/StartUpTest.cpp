@@ -99,50 +99,80 @@ TEST(SingleInstanceGuard, a_second_start_on_the_same_home_brings_the_first_forwa
     EXPECT_FALSE(other.activateRunning());
 }
 
-// Answers the next message box by pressing the button with the given text; notes what it saw.
+// Answers the next message box with a key, as the operator would; notes what it saw.
 struct BoxAnswerer {
-    explicit BoxAnswerer(const QString& text) : buttonText(text) {}
-    QString buttonText;
+    explicit BoxAnswerer(int k) : key(k) {}
+    int key;
     QStringList seenButtons;
     QString seenText;
+    QString focused;
     bool cursorLifted = false;
 
     void arm() {
         QTimer::singleShot(50, [this] {
+            // The operator answers once the box has the keyboard.
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
+            const QWidget* focus = QApplication::focusWidget();
+            if (!box || !focus || focus->window() != box)
                 return arm();
             seenText = box->text();
             cursorLifted = QApplication::overrideCursor() == nullptr;
             for (QAbstractButton* b : box->buttons())
                 seenButtons << b->text();
-            for (QAbstractButton* b : box->buttons())
-                if (b->text() == buttonText)
-                    b->click();
+            if (QWidget* f = QApplication::focusWidget())
+                focused = qobject_cast<QAbstractButton*>(f) ? static_cast<QAbstractButton*>(f)->text() : QString();
+            QTest::keyClick(box, Qt::Key(key));
         });
     }
 };
 
-TEST(MessageBoxes, questions_have_german_buttons_and_the_busy_cursor_waits_outside) {
+class MessageBoxes : public HomeTest {
+protected:
+    ~MessageBoxes() override {
+        SetSysValue("APP_Language", "DE");
+        ReloadLanguage();
+    }
+};
+
+// Every button has its letter, the captions follow the language, and a question that deletes
+// defaults to No: a hasty Enter keeps the record.
+TEST_F(MessageBoxes, answers_by_key_in_the_operators_language_with_no_as_the_safe_default) {
+    const QString question = "Wollen Sie wirklich den aktuellen Datensatz verwerfen?";
+    const int askDelete = MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2;
+    const struct {
+        const char* language;
+        int key;
+        int expected;
+        QStringList buttons;
+    } cases[] = {
+        {"DE", Qt::Key_Return, MsgBox::No, {"&Ja", "&Nein"}}, {"DE", Qt::Key_J, MsgBox::Yes, {"&Ja", "&Nein"}},
+        {"DE", Qt::Key_Escape, MsgBox::No, {"&Ja", "&Nein"}}, {"EN", Qt::Key_Y, MsgBox::Yes, {"&Yes", "&No"}},
+        {"EN", Qt::Key_Return, MsgBox::No, {"&Yes", "&No"}},
+    };
+    for (const auto& c : cases) {
+        SetSysValue("APP_Language", c.language);
+        ReloadLanguage();
+        QtMessagePresenter presenter;
+        BoxAnswerer answerer(c.key);
+        answerer.arm();
+        EXPECT_EQ(zvMsgBox(question, askDelete), c.expected) << c.language << " key " << c.key;
+        EXPECT_EQ(answerer.seenButtons, c.buttons);
+        EXPECT_EQ(answerer.focused, c.buttons.last()) << "the default button has the focus";
+    }
+}
+
+TEST_F(MessageBoxes, the_busy_cursor_waits_outside_and_a_message_closes_with_enter) {
     QtMessagePresenter presenter;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    BoxAnswerer answerer("Nein");
-    answerer.arm();
-    const int answer =
-        zvMsgBox("Wollen Sie wirklich den aktuellen Datensatz verwerfen?", MsgBox::YesNo + MsgBox::Question);
-    EXPECT_EQ(answer, MsgBox::No);
-    EXPECT_EQ(answerer.seenText, "Wollen Sie wirklich den aktuellen Datensatz verwerfen?");
-    EXPECT_TRUE(answerer.seenButtons.contains("Ja"));
-    EXPECT_TRUE(answerer.seenButtons.contains("Nein"));
-    EXPECT_TRUE(answerer.cursorLifted);
-    ASSERT_NE(QApplication::overrideCursor(), nullptr);
-    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-    QApplication::restoreOverrideCursor();
-
-    BoxAnswerer ok("OK");
+    BoxAnswerer ok(Qt::Key_Return);
     ok.arm();
     EXPECT_EQ(zvMsgBox("Zeile 1\nZeile 2", MsgBox::Information), MsgBox::OK);
     EXPECT_EQ(ok.seenText, "Zeile 1\nZeile 2");
+    EXPECT_EQ(ok.seenButtons, QStringList{"&OK"});
+    EXPECT_TRUE(ok.cursorLifted);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    QApplication::restoreOverrideCursor();
 }
 
 TEST(StatusBarProgressDisplay, shows_text_and_bar_while_a_batch_runs) {

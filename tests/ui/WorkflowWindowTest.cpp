@@ -72,26 +72,35 @@ TEST_F(WindowWorkflow, verwerfen_never_deletes_an_image_named_with_a_path) {
     EXPECT_EQ(window->currentRecord(), -1);
 }
 
-TEST_F(WindowWorkflow, leaving_asks_and_with_yes_discards_the_record_and_empties_the_image_folder) {
+// Leaving loses the record on screen (the question says so) with its image, but never the images
+// of records still in the pool: waiting ones, and one another workstation corrects right now.
+TEST_F(WindowWorkflow, leaving_asks_then_discards_the_record_on_screen_and_keeps_the_pools_images) {
     const QVector<qint32> records = insertDemoRecords(3);
+    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {records[2]});
     const QString image = writeImage("31901001.tif");
     const QString waiting = writeImage("31901002.tif");
+    const QString elsewhere = writeImage("31901003.tif");
+    const QString leftover = writeImage("31909999.tif"); // no record names it any more
     open();
+    tabTo("NACHNAME");
     messages.queueAnswer(MsgBox::No);
     QTest::mouseClick(button("buttonBeenden"), Qt::LeftButton);
     EXPECT_TRUE(messages.saw("Trotzdem beenden?"));
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(workflowOf(records[0]), "30/1");
-    EXPECT_EQ(window->currentRecord(), records[0]);
+    // Back where the operator was, and the keyboard works on: F2 is not lost on a button.
+    EXPECT_EQ(focusedName(), "NACHNAME");
 
     messages.queueAnswer(MsgBox::Yes);
     QTest::mouseClick(button("buttonBeenden"), Qt::LeftButton);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(workflowOf(records[0]), "");
     EXPECT_EQ(workflowOf(records[1]), "10/0");
+    EXPECT_EQ(workflowOf(records[2]), "30/2");
     EXPECT_FALSE(QFileInfo::exists(image));
-    EXPECT_FALSE(QFileInfo::exists(waiting));
-    EXPECT_EQ(CountRows("LfdNr", "zvbWerte", "Workflow_Status=30"), 0);
+    EXPECT_FALSE(QFileInfo::exists(leftover));
+    EXPECT_TRUE(QFileInfo::exists(waiting));
+    EXPECT_TRUE(QFileInfo::exists(elsewhere));
 }
 
 TEST_F(WindowWorkflow, an_empty_pool_leaves_an_empty_form_whose_actions_only_beep) {
@@ -131,7 +140,9 @@ TEST_F(WindowWorkflow, captions_follow_the_language_and_the_window_its_stored_pl
     execSql("INSERT INTO zvbSysWindowPositions (formName, x, y, dx, dy) VALUES ('frmMain', 120, 90, 800, 560)");
     insertDemoRecords(1);
     open();
-    EXPECT_EQ(button("buttonOK")->text(), "OK / hand over");
+    EXPECT_EQ(button("buttonOK")->text(), "&OK / hand over");
+    EXPECT_TRUE(window->windowTitle().startsWith("Veridon - Record ")) << window->windowTitle().toStdString();
+    EXPECT_EQ(window->findChild<QToolBar*>("Toolbar1")->windowTitle(), "Tool bar");
     EXPECT_EQ(window->findChild<QLabel*>("lblNACHNAME")->text(), "Surname:");
     EXPECT_EQ(window->menuBar()->findChild<QMenu*>("mnuDatei")->title(), "&File");
     EXPECT_EQ(window->pos(), QPoint(120, 90));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Showing a page: the region is in view and framed on bitonal, grey and colour scans, offsets shift
 // it, other fields of the same file are reached without reading the file again, the first page of
-// a multi-page file is the one shown, and files that cannot be shown leave the viewer as it was.
+// a multi-page file is the one shown, and a file that cannot be shown never leaves another page in view.
 #include "ViewerPages.h"
 #include "viewer/zvbkor.h"
 
@@ -146,27 +146,34 @@ TEST_F(ViewerDisplay, the_file_is_read_again_only_when_it_changed) {
     EXPECT_TRUE(boxOf(grabPageArea(), isDarkInk).isEmpty()) << "old page still shown";
 }
 
-// A missing file, a file that is no image and an empty name answer 0; a closed viewer stays closed
-// and an open one keeps showing what it showed.
-TEST_F(ViewerDisplay, unreadable_files_leave_the_viewer_as_it_was) {
-    const QString missing = dir.filePath(QStringLiteral("fehlt.tif"));
-    EXPECT_EQ(show(missing, surnameBlock), 0);
-    EXPECT_TRUE(viewerWindow() == nullptr || !viewerWindow()->isVisible());
-
+// An empty name answers 0 and changes nothing. A missing file or one that is no image answers 0
+// too, but the page shown before belongs to another record and must go: the viewer shows a blank
+// sheet with the notice the caller gave, opening for it when it was closed.
+TEST_F(ViewerDisplay, an_unreadable_file_replaces_the_page_by_a_blank_sheet_naming_it) {
     const QString path = writeTiff(dir, QStringLiteral("31901004.tif"), {standardPage(PageKind::Colour)});
     ASSERT_EQ(show(path, surnameBlock), 1);
     const QImage shown = grabPageArea();
+    EXPECT_EQ(Anzeigen("", "NACHNAME", "0", "0", 1, 1, 10, 10), 0);
+    EXPECT_EQ(Anzeigen(nullptr, nullptr, nullptr, nullptr, 1, 1, 10, 10), 0);
+    EXPECT_EQ(grabPageArea(), shown);
 
     QFile text(dir.filePath(QStringLiteral("notiz.tif")));
     ASSERT_TRUE(text.open(QIODevice::WriteOnly));
     text.write("Dies ist kein Bild.\r\n");
     text.close();
-    EXPECT_EQ(show(text.fileName(), otherBlock), 0);
-    EXPECT_EQ(show(missing, otherBlock), 0);
-    EXPECT_EQ(Anzeigen("", "NACHNAME", "0", "0", 1, 1, 10, 10), 0);
-    EXPECT_EQ(Anzeigen(nullptr, nullptr, nullptr, nullptr, 1, 1, 10, 10), 0);
-    EXPECT_TRUE(viewerWindow()->isVisible());
-    EXPECT_EQ(grabPageArea(), shown);
+    const QString missing = dir.filePath(QStringLiteral("fehlt.tif"));
+    for (const QString& file : {text.fileName(), missing}) {
+        const QByteArray notice = "Die Bilddatei '" + QFileInfo(file).fileName().toUtf8() + "' fehlt.";
+        EXPECT_EQ(Anzeigen(QFile::encodeName(file).constData(), notice.constData(), "0", "0", 300, 700, 400, 120), 0);
+        ASSERT_NE(viewerWindow(), nullptr);
+        EXPECT_TRUE(viewerWindow()->isVisible());
+        const QImage blank = grabPageArea();
+        EXPECT_TRUE(boxOf(blank, isBlockBlue).isEmpty()) << "the other record's page is still shown";
+        EXPECT_FALSE(boxOf(blank, isPaper).isEmpty());
+        EXPECT_TRUE(viewerStatus().contains(QString::fromUtf8(notice))) << viewerStatus().toStdString();
+        EXPECT_EQ(AnzeigeVoll(), 0); // nothing to show full screen
+        Schliessen();
+    }
 }
 
 // A region of width or height 0 shows the page from its top left corner, unmarked.

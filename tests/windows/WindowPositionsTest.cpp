@@ -91,15 +91,4 @@ TEST_F(WindowPositions, a_maximised_window_stores_the_place_it_returns_to) {
     EXPECT_EQ(stored("frmMain"), (WindowPosition{60, 50, 400, 240}));
 }
 
-TEST_F(WindowPositions, a_window_without_a_row_goes_to_the_corner_and_keeps_its_size) {
-    QWidget main;
-    main.setObjectName("frmMain");
-    main.move(200, 100);
-    main.resize(640, 480);
-    RestoreWindowPosition(&main);
-    EXPECT_EQ(main.pos(), QPoint(0, 0));
-    EXPECT_EQ(main.size(), QSize(640, 480));
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
 } // namespace

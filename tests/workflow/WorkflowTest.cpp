@@ -222,13 +222,26 @@ TEST_F(Discard, without_image_backup_no_copy_is_kept_and_a_missing_image_is_no_o
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
-TEST_F(Discard, leaving_clears_the_images_of_the_image_folder_only) {
-    writeImage("31901001.tif");
-    writeImage("31901002.TIF");
-    const QString note = writeImage("liesmich.txt");
-    EXPECT_EQ(DeleteFolderImages(), 2);
-    EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
-    EXPECT_TRUE(QFileInfo::exists(note));
+TEST_F(Discard, leaving_deletes_only_images_that_no_record_of_the_pool_names) {
+    const QVector<qint32> records = insertDemoRecords(4);
+    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {records[1]});
+    execSql("UPDATE zvbWerte SET Workflow_Status=40 WHERE LfdNr=?", {records[2]});
+    const QStringList kept{writeImage("31901001.tif"), writeImage("31901002.tif"), writeImage("31901003.tif"),
+                           writeImage("31901004.TIF"), writeImage("liesmich.txt")};
+    const QString discarded = writeImage("31901009.tif"); // its record was discarded or exported
+    // Waiting, held by workstation 2, handed over and not yet exported, named in another case: kept.
+    EXPECT_EQ(DeleteUnreferencedImages(), 1);
+    EXPECT_FALSE(QFileInfo::exists(discarded));
+    for (const QString& file : kept)
+        EXPECT_TRUE(QFileInfo::exists(file)) << file.toStdString();
+
+    // A pool that cannot be read deletes nothing: a doubt keeps the images.
+    writeImage("31901009.tif");
+    execSql("ALTER TABLE zvbWerte RENAME TO zvbWerte_alt");
+    EXPECT_EQ(DeleteUnreferencedImages(), 0);
+    EXPECT_TRUE(QFileInfo::exists(discarded));
+    EXPECT_TRUE(messages.saw("DeleteUnreferencedImages()"));
+    execSql("ALTER TABLE zvbWerte_alt RENAME TO zvbWerte");
 }
 
 class HandOver : public Workflow {
