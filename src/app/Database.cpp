@@ -239,7 +239,7 @@ RowInserter::~RowInserter() {
 
 RowInserter::RowInserter(RowInserter&& other) noexcept
     : query_(std::move(other.query_)), statement_(std::exchange(other.statement_, nullptr)),
-      sql_(std::move(other.sql_)) {}
+      sql_(std::move(other.sql_)), texts_(std::move(other.texts_)) {}
 
 RowInserter& RowInserter::operator=(RowInserter&& other) noexcept {
     if (this != &other) {
@@ -247,6 +247,7 @@ RowInserter& RowInserter::operator=(RowInserter&& other) noexcept {
         query_ = std::move(other.query_);
         statement_ = std::exchange(other.statement_, nullptr);
         sql_ = std::move(other.sql_);
+        texts_ = std::move(other.texts_);
     }
     return *this;
 }
@@ -264,14 +265,19 @@ void RowInserter::bind(int position, const QVariant& value) {
     }
     // The same storage Qt's SQLite driver gives each kind of value.
     const int index = position + 1;
+    if (position >= texts_.size())
+        texts_.resize(position + 1);
     if (value.isNull()) {
         sqlite3_bind_null(statement_, index);
         return;
     }
     switch (value.typeId()) {
     case QMetaType::QString: {
-        const QString text = value.toString();
-        sqlite3_bind_text16(statement_, index, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+        // Kept until the next bind of the position, so SQLite need not copy it; UTF-8 is the
+        // database's own encoding, which spares SQLite a conversion.
+        QByteArray& text = texts_[position];
+        text = value.toString().toUtf8();
+        sqlite3_bind_text(statement_, index, text.constData(), int(text.size()), SQLITE_STATIC);
         break;
     }
     case QMetaType::Int:

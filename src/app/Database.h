@@ -72,6 +72,7 @@ private:
     QSqlQuery query_;
     sqlite3_stmt* statement_ = nullptr;
     QString sql_;
+    QVector<QByteArray> texts_; // the texts bound, by position
 };
 
 // Runs a statement of the server's own SQL that names no table (an advisory lock, the pool's
