@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // bench_desk: what the operator waits for at the main window, measured on real key events under
 // the offscreen platform, in a fresh home with waiting records made from the demo forms, each with
 // its own copy of a demo page (an A4 page at 200 dpi, CCITT G4):
@@ -16,7 +17,7 @@
 #include "app/MessagePresenter.h"
 #include "app/Workspace.h"
 #include "app/mdlDB.h"
-#include "app/mdlStart.h"
+#include "workflow/mdlStart.h"
 #include "ui/frmMain.h"
 
 #include <QApplication>
