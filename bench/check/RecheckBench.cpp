@@ -16,6 +16,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <algorithm>
 #include <ctime>
 
 namespace {
@@ -95,13 +96,15 @@ public:
         wall_.start();
         cpu_ = std::clock();
     }
-    void report(const char* what, int records) const {
+    // Prints the figures and returns the wall time in milliseconds.
+    qint64 report(const char* what, int records) const {
         const qint64 wallMs = wall_.elapsed();
         const qint64 cpuMs = qint64(double(std::clock() - cpu_) * 1000.0 / CLOCKS_PER_SEC);
         out << QString::fromUtf8(what).leftJustified(36) << QString::number(wallMs).rightJustified(7) << " ms "
             << rate(records, wallMs) << " Datensätze/s   CPU " << QString::number(cpuMs).rightJustified(7) << " ms "
             << rate(records, cpuMs) << " Datensätze/s\n";
         out.flush();
+        return wallMs;
     }
 
 private:
@@ -127,20 +130,26 @@ int main(int argc, char** argv) {
         FelderArray().Fill();
 
         int faulty = 0;
+        qint64 floorMs = 0;
+        qint64 checkMs = 0;
         for (int round = 1; round <= 3; ++round) {
             const Stopwatch floorTime;
             const int floor = readAndWriteBack();
-            floorTime.report("Boden (lesen + zurückschreiben)", floor);
+            floorMs = floorTime.report("Boden (lesen + zurückschreiben)", floor);
             const Stopwatch checkTime;
             faulty = 0;
             const quint64 parsedBefore = checkCommandParseCount();
             const int checked = recheckRecords(-1, [&](const RecheckedRecord& r) { faulty += r.result != 0; });
-            checkTime.report("Prüfen (lesen + Check + schreiben)", checked);
+            checkMs = checkTime.report("Prüfen (lesen + Check + schreiben)", checked);
             out << "  davon fehlerhaft: " << faulty
                 << ", Befehlslisten geparst: " << checkCommandParseCount() - parsedBefore << "\n";
         }
         out << "Fehlerhaft gespeichert: "
             << CountRows(QStringLiteral("*"), QStringLiteral("zvbWerte"), QStringLiteral("Korrigiert=0")) << "\n";
+        // The last round's figures, in the form scripts/bench collects.
+        out << "RESULT\tre-check " << count << " records\t" << (checkMs > 0 ? count * 1000 / checkMs : 0)
+            << "\trecords/s\t" << QString::number(double(checkMs) / double(std::max<qint64>(floorMs, 1)), 'f', 2)
+            << "\tx read + write back (holds)\n";
     } catch (const VeridonError& e) {
         QTextStream(stderr) << "Fehler #" << e.number() << ": " << e.description() << '\n';
         closeDatabase();

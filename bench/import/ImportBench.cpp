@@ -4,7 +4,9 @@
 // same journal settings, one transaction, nothing else).
 //   bench_import [LINES]      (default 100000; needs the sqlite3 command-line tool on PATH)
 // The file is generated from varied forms of both layouts with the usual reading errors, so the
-// clean-up has its normal work to do. The figures are printed; nothing is asserted.
+// clean-up has its normal work to do. Beside the times it prints the import's peak memory (growth of
+// the resident set over what the program held before) against the file's size. The figures are
+// printed, the last lines in the form scripts/bench collects; nothing is asserted.
 
 #include "CardText.h"
 #include "app/ColumnInfo.h"
@@ -25,7 +27,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
+#include <malloc.h>
 #include <random>
 #include <sys/resource.h>
 
@@ -178,6 +182,24 @@ Timing sqliteFloor(const QString& folder, const QString& file, int columns) {
     return {elapsed, childrenCpuTime() - cpuBefore};
 }
 
+// Resident set of this process in bytes: now (VmRSS) or its peak since the last reset (VmHWM).
+qint64 residentBytes(const char* which) {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith(which))
+            return line.mid(int(std::strlen(which)) + 1).trimmed().split(' ').first().toLongLong() * 1024;
+    return -1;
+}
+
+// Starts a new peak: the kernel sets VmHWM back to the present resident set.
+void resetPeak() {
+    QFile refs(QStringLiteral("/proc/self/clear_refs"));
+    if (refs.open(QIODevice::WriteOnly))
+        refs.write("5");
+}
+
 void report(const char* what, Timing t, int lines) {
     const double wall = double(t.wall) / 1e9;
     const double cpu = double(t.cpu) / 1e9;
@@ -194,14 +216,19 @@ int main(int argc, char** argv) {
     setMessagePresenter(&presenter);
     initHome(folder.path(), false, false);
 
-    const QStringList lines = generateResultLines(count);
     const QString path = homePath(QStringLiteral("import/zvscan.txt"));
     const QString floorFile = folder.path() + QStringLiteral("/floor.txt");
-    if (!writeTextLines(path, lines) || !QFile::copy(path, floorFile)) {
+    if (!writeTextLines(path, generateResultLines(count)) || !QFile::copy(path, floorFile)) {
         std::fprintf(stderr, "bench_import: cannot write the result file\n");
         return 1;
     }
-    std::printf("result file            %d lines, %lld bytes\n", count, QFileInfo(floorFile).size());
+    const qint64 fileSize = QFileInfo(floorFile).size();
+    std::printf("result file            %d lines, %lld bytes\n", count, fileSize);
+    // The master data and the connection are in memory before the import starts, as at a workstation.
+    CountRows(QStringLiteral("*"), GetValuesTable(), QString());
+    malloc_trim(0); // what the generator freed goes back, so the import's growth shows
+    resetPeak();
+    const qint64 residentBefore = residentBytes("VmRSS:");
 
     QElapsedTimer timer;
     PhaseClock phases(timer);
@@ -210,6 +237,7 @@ int main(int argc, char** argv) {
     timer.start();
     const int imported = ImportZVBWerte(path);
     const Timing total{timer.nsecsElapsed(), processCpuTime() - cpuStart};
+    const qint64 memory = residentBytes("VmHWM:") - residentBefore;
     setAppProgress(nullptr);
     if (imported != count) {
         std::fprintf(stderr, "bench_import: ImportZVBWerte returned %d for %d lines\n", imported, count);
@@ -231,6 +259,12 @@ int main(int argc, char** argv) {
     } else {
         std::printf("sqlite3 could not be run: no floor\n");
     }
+    std::printf("%-32s %7.1f MB = %.2f x the file's %.1f MB\n", "peak memory of the import", double(memory) / 1e6,
+                double(memory) / double(fileSize), double(fileSize) / 1e6);
+    std::printf("RESULT\timport %d lines with clean-up\t%.2f\ts\t%.2f\t<= 3 x sqlite3 .import\n", count,
+                double(total.wall) / 1e9, floor.wall > 0 ? double(total.wall) / double(floor.wall) : -1.0);
+    std::printf("RESULT\timport peak memory\t%.1f\tMB\t%.2f\t<= 2 x file size\n", double(memory) / 1e6,
+                double(memory) / double(fileSize));
     closeDatabase();
     return 0;
 }

@@ -14,6 +14,7 @@
 #include <QSqlError>
 #include <QThread>
 #include <sqlite3.h>
+#include <utility>
 
 namespace {
 
@@ -211,6 +212,108 @@ QSqlQuery prepareSql(const QString& jetSql) {
 void execPrepared(QSqlQuery& query) {
     if (!guarded(query, [&] { return query.exec(); }))
         throw failure(query, query.lastQuery());
+}
+
+RowInserter::RowInserter(const QString& jetSql) {
+    const RoutedStatement s = route(jetSql);
+    sql_ = s.sql;
+    const QVariant handle = s.pool ? QVariant() : s.db.driver()->handle();
+    if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
+        sqlite3* raw = *static_cast<sqlite3* const*>(handle.constData());
+        const QByteArray utf8 = s.sql.toUtf8();
+        if (raw && sqlite3_prepare_v3(raw, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &statement_,
+                                      nullptr) != SQLITE_OK) {
+            const VeridonError e(sqlite3_extended_errcode(raw), QString::fromUtf8(sqlite3_errmsg(raw)) +
+                                                                    QStringLiteral(" [") + jetSql + QLatin1Char(']'));
+            release();
+            throw e;
+        }
+        if (statement_)
+            return;
+    }
+    query_ = prepareSql(jetSql);
+}
+
+RowInserter::~RowInserter() {
+    release();
+}
+
+RowInserter::RowInserter(RowInserter&& other) noexcept
+    : query_(std::move(other.query_)), statement_(std::exchange(other.statement_, nullptr)),
+      sql_(std::move(other.sql_)), texts_(std::move(other.texts_)) {}
+
+RowInserter& RowInserter::operator=(RowInserter&& other) noexcept {
+    if (this != &other) {
+        release();
+        query_ = std::move(other.query_);
+        statement_ = std::exchange(other.statement_, nullptr);
+        sql_ = std::move(other.sql_);
+        texts_ = std::move(other.texts_);
+    }
+    return *this;
+}
+
+void RowInserter::release() {
+    if (statement_)
+        sqlite3_finalize(statement_);
+    statement_ = nullptr;
+}
+
+void RowInserter::bind(int position, const QVariant& value) {
+    if (!statement_) {
+        query_.bindValue(position, value);
+        return;
+    }
+    // The same storage Qt's SQLite driver gives each kind of value.
+    const int index = position + 1;
+    if (position >= texts_.size())
+        texts_.resize(position + 1);
+    if (value.isNull()) {
+        sqlite3_bind_null(statement_, index);
+        return;
+    }
+    switch (value.typeId()) {
+    case QMetaType::QString: {
+        // Kept until the next bind of the position, so SQLite need not copy it; UTF-8 is the
+        // database's own encoding, which spares SQLite a conversion.
+        QByteArray& text = texts_[position];
+        text = value.toString().toUtf8();
+        sqlite3_bind_text(statement_, index, text.constData(), int(text.size()), SQLITE_STATIC);
+        break;
+    }
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::Bool:
+        sqlite3_bind_int64(statement_, index, value.toLongLong());
+        break;
+    case QMetaType::Double:
+        sqlite3_bind_double(statement_, index, value.toDouble());
+        break;
+    case QMetaType::QByteArray: {
+        const QByteArray bytes = value.toByteArray();
+        sqlite3_bind_blob(statement_, index, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+        break;
+    }
+    default: {
+        const QString text = value.toString();
+        sqlite3_bind_text16(statement_, index, text.utf16(), int(text.size() * 2), SQLITE_TRANSIENT);
+    }
+    }
+}
+
+void RowInserter::exec() {
+    if (!statement_) {
+        execPrepared(query_);
+        return;
+    }
+    const int result = sqlite3_step(statement_);
+    sqlite3_reset(statement_);
+    if (result != SQLITE_DONE) {
+        sqlite3* raw = sqlite3_db_handle(statement_);
+        throw VeridonError(sqlite3_extended_errcode(raw),
+                           QString::fromUtf8(sqlite3_errmsg(raw)) + QStringLiteral(" [") + sql_ + QLatin1Char(']'));
+    }
 }
 
 QSqlQuery execSql(const QString& jetSql, const QVariantList& bindValues) {

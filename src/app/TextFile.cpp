@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
+#include <algorithm>
+#include <array>
 
 QString decodeText(const QByteArray& bytes) {
     if (bytes.startsWith("\xEF\xBB\xBF"))
@@ -47,6 +49,88 @@ QStringList splitLines(const QString& text) {
     if (start < n)
         lines.append(text.mid(start));
     return lines;
+}
+
+namespace {
+
+// Windows-1252 bytes as text; the table is built once, since a decoder object per line would cost
+// more than the line.
+QString decodeWindows1252(const char* bytes, qsizetype size) {
+    static const std::array<char16_t, 256> table = [] {
+        std::array<char16_t, 256> t{};
+        QByteArray all(256, '\0');
+        for (int i = 0; i < 256; ++i)
+            all[i] = char(i);
+        QStringDecoder decoder("windows-1252");
+        const QString text = decoder.decode(all);
+        for (int i = 0; i < 256; ++i)
+            t[size_t(i)] = i < text.size() ? text[i].unicode() : char16_t(0xFFFD);
+        return t;
+    }();
+    QString text(size, Qt::Uninitialized);
+    QChar* out = text.data();
+    for (qsizetype i = 0; i < size; ++i)
+        out[i] = QChar(table[static_cast<unsigned char>(bytes[i])]);
+    return text;
+}
+
+constexpr qint64 lineBlockSize = 1 << 18;
+
+} // namespace
+
+bool TextLineReader::open(const QString& path) {
+    file_.setFileName(path);
+    if (!file_.open(QIODevice::ReadOnly))
+        return false;
+    fill();
+    utf8_ = buffer_.startsWith("\xEF\xBB\xBF");
+    pos_ = utf8_ ? 3 : 0;
+    return !failed_;
+}
+
+// Appends the next block to what is left unread; false when nothing more came.
+bool TextLineReader::fill() {
+    if (end_)
+        return false;
+    buffer_.remove(0, pos_);
+    pos_ = 0;
+    const qsizetype had = buffer_.size();
+    buffer_.resize(had + lineBlockSize);
+    const qint64 got = file_.read(buffer_.data() + had, lineBlockSize);
+    buffer_.resize(had + std::max<qint64>(got, 0));
+    if (got <= 0) {
+        end_ = true;
+        failed_ = got < 0;
+    }
+    return got > 0;
+}
+
+bool TextLineReader::next(QString& line) {
+    for (;;) {
+        const char* data = buffer_.constData();
+        const qsizetype size = buffer_.size();
+        qsizetype i = pos_;
+        while (i < size && data[i] != '\r' && data[i] != '\n')
+            ++i;
+        // A CR at the end of the block may be the first half of a CR LF.
+        if (i < size && !(data[i] == '\r' && i + 1 == size && !end_)) {
+            line = utf8_ ? QString::fromUtf8(data + pos_, i - pos_) : decodeWindows1252(data + pos_, i - pos_);
+            pos_ = data[i] == '\r' && i + 1 < size && data[i + 1] == '\n' ? i + 2 : i + 1;
+            return true;
+        }
+        const bool heldBack = i < size;
+        if (!fill()) {
+            if (failed_ || pos_ >= buffer_.size())
+                return false;
+            if (heldBack) // the file ended after that CR: it ends the line alone
+                continue;
+            data = buffer_.constData();
+            line = utf8_ ? QString::fromUtf8(data + pos_, buffer_.size() - pos_)
+                         : decodeWindows1252(data + pos_, buffer_.size() - pos_);
+            pos_ = buffer_.size();
+            return true;
+        }
+    }
 }
 
 bool readTextFile(const QString& path, QString& text) {

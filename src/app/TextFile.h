@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 
@@ -18,6 +19,30 @@ QByteArray encodeText(const QString& text);
 
 // Splits text into lines at CR LF, LF or CR. A final line end does not make an extra empty line.
 QStringList splitLines(const QString& text);
+
+// Reads a text file line by line, holding only a block of it at a time, so a large file costs no
+// more memory than one block. Lines and encodings are those of readTextLines.
+class TextLineReader {
+public:
+    // Opens path; false when it cannot be read.
+    bool open(const QString& path);
+    // The next line into line; false at the end of the file or after a read error (see failed()).
+    bool next(QString& line);
+    // True when reading stopped because the file could not be read further.
+    bool failed() const { return failed_; }
+    // Bytes of the file taken as lines so far.
+    qint64 position() const { return file_.pos() - (buffer_.size() - pos_); }
+
+private:
+    bool fill();
+
+    QFile file_;
+    QByteArray buffer_;
+    qsizetype pos_ = 0;
+    bool utf8_ = false;
+    bool end_ = false;
+    bool failed_ = false;
+};
 
 // Reads a whole text file into lines. Returns false (and leaves lines empty) when it cannot be read.
 bool readTextLines(const QString& path, QStringList& lines);

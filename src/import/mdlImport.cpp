@@ -19,6 +19,7 @@
 #include <QDate>
 #include <QFile>
 #include <QFileInfo>
+#include <array>
 #include <cstring>
 #include <optional>
 
@@ -43,11 +44,27 @@ struct ColumnPlan {
 struct ImportPlan {
     QVector<ColumnPlan> columns; // every column the file fills, in table order
     int bmpName = -1;            // index of BMPName in columns
+    int workflowStatus = -1;     // index of Workflow_Status in columns
     int bound = 0;               // number of bound values of the INSERT
-    QSqlQuery insert;
+    std::optional<RowInserter> insert;
+    CardLineMapping mapping;
+    std::array<int, std::tuple_size_v<CardLineMapping::Raw>> sources{};    // index in columns, -1: none
+    std::array<int, std::tuple_size_v<CardLineMapping::Fields>> targets{}; // index in columns, -1: none
+    // One line's values being built, kept to reuse their memory.
+    QVector<QString> texts;
+    QVector<bool> present;
 };
 
-ImportPlan planImport(const QString& table) {
+int columnIndex(const QVector<ColumnPlan>& columns, const QString& name) {
+    for (int i = 0; i < columns.size(); ++i)
+        if (columns[i].name.compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+// How the file's lines become rows of table, with the card-line mapping read beforehand. Throws
+// VeridonError when the table or the master data cannot be read.
+ImportPlan planImport(const QString& table, CardLineMapping mapping) {
     const QVector<ColumnInfo> info = tableColumns(table);
     requireColumn(table, QStringLiteral("Neuimport"));
     const OcrRules rules = OcrRules::load();
@@ -58,6 +75,7 @@ ImportPlan planImport(const QString& table) {
     const QVector<int> lengths = readFieldLengths(names);
 
     ImportPlan plan;
+    plan.mapping = std::move(mapping);
     QStringList insertColumns;
     for (int i = 0; i < names.size(); ++i) {
         ColumnPlan c;
@@ -77,12 +95,21 @@ ImportPlan planImport(const QString& table) {
         }
         plan.columns.push_back(c);
     }
+    plan.workflowStatus = columnIndex(plan.columns, QStringLiteral("Workflow_Status"));
+    for (int k = 0; k < int(plan.sources.size()); ++k)
+        plan.sources[size_t(k)] = columnIndex(plan.columns, CardLineMapping::sourceColumns()[k]);
+    for (int k = 0; k < int(plan.targets.size()); ++k)
+        plan.targets[size_t(k)] = columnIndex(plan.columns, CardLineMapping::targetColumns()[k]);
+    plan.texts.resize(plan.columns.size());
+    plan.present.resize(plan.columns.size());
     plan.bound = int(insertColumns.size());
     QStringList marks(plan.bound, QStringLiteral("?"));
+    // The row is written once, finished: the file's whole import is one transaction, so a row needs
+    // no mark of its own until the commit. Only a failure part-way marks the rows written so far.
     insertColumns << QStringLiteral("[Neuimport]");
-    marks << QStringLiteral("TRUE");
-    plan.insert = prepareSql(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                 .arg(table, insertColumns.join(QLatin1Char(',')), marks.join(QLatin1Char(','))));
+    marks << QStringLiteral("FALSE");
+    plan.insert.emplace(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                            .arg(table, insertColumns.join(QLatin1Char(',')), marks.join(QLatin1Char(','))));
     return plan;
 }
 
@@ -149,16 +176,16 @@ QVariant storedValue(const ColumnPlan& c, const QString& text, qint64 lineNumber
     }
 }
 
-// Takes one line into a new row.
+// Takes one line into a new row: its parts as the import stores them, then the card lines mapped
+// into the form's fields, the row waiting for correction (state 10) - written once.
 void importLine(ImportPlan& plan, const QString& line, const QString& separator, qint64 lineNumber) {
     const QVector<ResultPart> parts = splitResultLine(line, separator, int(plan.columns.size()));
     bool invalid = false;
-    QString bmpName;
     for (int i = 0; i < plan.columns.size(); ++i) {
         const ColumnPlan& c = plan.columns[i];
-        if (i >= parts.size()) { // a short line leaves the rest of the row empty
-            if (c.bindPosition >= 0)
-                plan.insert.bindValue(c.bindPosition, QVariant());
+        plan.present[i] = i < parts.size(); // a short line leaves the rest of the row empty
+        if (!plan.present[i]) {
+            plan.texts[i].clear();
             continue;
         }
         const ResultPart& part = parts[i];
@@ -179,14 +206,37 @@ void importLine(ImportPlan& plan, const QString& line, const QString& separator,
         // A replacement rule must not make a value longer than its column holds.
         if (c.size > 0 && stored.size() > c.size)
             stored.truncate(c.size);
-        if (i == plan.bmpName)
-            bmpName = stored;
-        if (c.bindPosition >= 0)
-            plan.insert.bindValue(c.bindPosition, storedValue(c, stored, lineNumber));
+        plan.texts[i] = stored;
     }
-    execPrepared(plan.insert);
+
+    CardLineMapping::Raw raw;
+    for (size_t k = 0; k < raw.size(); ++k) {
+        const int i = plan.sources[k];
+        if (i >= 0 && plan.present[i])
+            raw[k] = plan.texts[i];
+    }
+    const CardLineMapping::Fields fields = plan.mapping.map(raw);
+    for (size_t k = 0; k < fields.size(); ++k) {
+        const int i = plan.targets[k];
+        if (i >= 0) {
+            plan.texts[i] = fields[k];
+            plan.present[i] = true;
+        }
+    }
+    if (plan.workflowStatus >= 0) {
+        plan.texts[plan.workflowStatus] = QStringLiteral("10");
+        plan.present[plan.workflowStatus] = true;
+    }
+
+    for (int i = 0; i < plan.columns.size(); ++i) {
+        const ColumnPlan& c = plan.columns[i];
+        if (c.bindPosition >= 0)
+            plan.insert->bind(c.bindPosition, plan.present[i] ? storedValue(c, plan.texts[i], lineNumber) : QVariant());
+    }
+    plan.insert->exec();
     if (invalid)
-        WriteLog(procedureName(), QStringLiteral("\\i im Datensatz! Beleg: '") + bmpName + QLatin1Char('\''));
+        WriteLog(procedureName(), QStringLiteral("\\i im Datensatz! Beleg: '") +
+                                      (plan.bmpName >= 0 ? plan.texts[plan.bmpName] : QString()) + QLatin1Char('\''));
 }
 
 // A temporary file left by an earlier run that ended before it was finished: it is logged as it
@@ -296,7 +346,10 @@ int ImportZVBWerte(const QString& path) {
     bool copied = true;
     QString alreadyImported;
     std::optional<Transaction> transaction;
-    RunReported(procedureName(), [&] {
+    // Rows of this import have numbers above this one: the table's numbers only ever grow, and the
+    // write lock is held from the first statement on.
+    qint64 numberBefore = -1;
+    const bool read = RunReported(procedureName(), [&] {
         transaction.emplace();
         qint64 size = 0;
         QString sha256;
@@ -311,31 +364,66 @@ int ImportZVBWerte(const QString& path) {
                 return;
             recordImportedFile(path, size, sha256);
         }
-        QStringList lines;
-        if (!readTextLines(temp, lines))
+        // The mapping's master data is read before any line: when it cannot be read, no row is
+        // written, and the rows an earlier failed import left waiting go, as the clean-up's failure
+        // has always meant.
+        std::optional<CardLineMapping> mapping;
+        if (!RunReported(QStringLiteral("ImportNachbearbeitung"), [&] { mapping = CardLineMapping::load(); })) {
+            copied = backupImportFile(path, temp);
+            execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true"));
+            return;
+        }
+        ImportPlan plan = planImport(table, std::move(*mapping));
+        {
+            QSqlQuery last = execSql(QStringLiteral("SELECT max(LfdNr) FROM ") + table);
+            numberBefore = last.next() ? last.value(0).toLongLong() : 0;
+        }
+        TextLineReader lines;
+        if (!lines.open(temp))
             throw VeridonError(ErrorNumber::FileNotFound,
                                QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
-        ImportPlan plan = planImport(table);
         Progress& progress = appProgress();
-        for (qsizetype n = 0; n < lines.size(); ++n) {
-            progress.status(QStringLiteral("Importiere Datensatz: ") + QString::number(n + 1));
-            progress.progress(n + 1, lines.size());
-            importLine(plan, lines[n], separator, n + 1);
+        qint64 n = 0;
+        QString line;
+        const auto show = [&] {
+            progress.status(QStringLiteral("Importiere Datensatz: ") + QString::number(n));
+            progress.progress(lines.position(), size); // the lines are not counted beforehand
+        };
+        while (lines.next(line)) {
+            ++n;
+            // Every line's number would cost more than the line; the eye sees no difference.
+            if (n == 1 || n % 256 == 0)
+                show();
+            importLine(plan, line, separator, n);
         }
+        show();
+        if (lines.failed())
+            throw VeridonError(ErrorNumber::DeviceIO,
+                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
         progress.finished();
-        lineCount = lines.size();
-        lines.clear();
-        plan.insert.finish();
+        lineCount = n;
+        plan.insert.reset();
 
         copied = backupImportFile(path, temp);
+        // Rows an earlier import left waiting after a failure are cleaned and committed with these.
         if (ImportNachbearbeitung() < 1) {
-            execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true"));
+            execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true OR LfdNr>?"),
+                    {numberBefore});
         } else {
             execSql(QStringLiteral("UPDATE ") + table +
                     QStringLiteral(" SET [Neuimport]=false WHERE [Neuimport]=true"));
             cleaned = true;
         }
     });
+    // After a run-time error the rows read so far wait, as the file's rows always did until its
+    // commit: marked new and not yet released for correction; a later import cleans and commits
+    // them. When even that cannot be written, nothing of this run is kept.
+    if (!read && numberBefore >= 0 && !RunReported(procedureName(), [&] {
+            execSql(QStringLiteral("UPDATE ") + table +
+                        QStringLiteral(" SET [Neuimport]=true, Workflow_Status=NULL WHERE LfdNr>?"),
+                    {numberBefore});
+        }))
+        transaction.reset();
     if (!alreadyImported.isNull()) {
         transaction.reset();
         appProgress().finished();

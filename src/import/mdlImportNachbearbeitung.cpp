@@ -15,25 +15,23 @@
 
 namespace {
 
-// The columns the clean-up reads, in the order of its SELECT.
-enum Source { LfdNr, Typ, T4_L1, T4_L2, T4_L3, T4_L4, T4_L5, T4_L6, T5_L1, T5_L2, T5_L3, T5_L4, T5_L5, T5_L6, T5_L7 };
+// The columns the mapping reads, in the order of CardLineMapping::Raw.
+enum Source { Typ, T4_L1, T4_L2, T4_L3, T4_L4, T4_L5, T4_L6, T5_L1, T5_L2, T5_L3, T5_L4, T5_L5, T5_L6, T5_L7 };
 constexpr int sourceCount = T5_L7 + 1;
+static_assert(sourceCount == std::tuple_size_v<CardLineMapping::Raw>);
 
 // The columns it writes, in the order of its UPDATE.
 enum Target { TYP, FORM_ID, STATE, NACHNAME, VORNAME, GEBDAT, PERSONAL_ID, INSTITUT_ID, CARD_ID, CARD_EXPIRY };
 constexpr int targetCount = CARD_EXPIRY + 1;
-const QStringList targetNames{QStringLiteral("TYP"),         QStringLiteral("FORM_ID"),     QStringLiteral("STATE"),
-                              QStringLiteral("NACHNAME"),    QStringLiteral("VORNAME"),     QStringLiteral("GEBDAT"),
-                              QStringLiteral("PERSONAL_ID"), QStringLiteral("INSTITUT_ID"), QStringLiteral("CARD_ID"),
-                              QStringLiteral("CARD_EXPIRY")};
+static_assert(targetCount == std::tuple_size_v<CardLineMapping::Fields>);
 
-using RawRow = std::array<QString, sourceCount>;
-using Fields = std::array<QString, targetCount>;
+using RawRow = CardLineMapping::Raw;
+using Fields = CardLineMapping::Fields;
 
-// Everything read once per clean-up run.
+// Everything read once per run.
 struct Context {
-    StateCodes states;
-    QVector<int> lengths; // by Target
+    const StateCodes& states;
+    const QVector<int>& lengths; // by Target
 };
 
 QString cut(const Context& c, Target target, const QString& value) {
@@ -85,7 +83,7 @@ void mapLayout4(const Context& c, const RawRow& raw, Fields& f) {
     f[CARD_EXPIRY] = dateFrom(c, CARD_EXPIRY, second);
 }
 
-Fields cleanRow(const Context& c, const RawRow& raw) {
+Fields mapRow(const Context& c, const RawRow& raw) {
     Fields f;
     const bool layout4 = raw[Typ] == QLatin1String("4");
     f[TYP] = layout4 ? QStringLiteral("4") : QStringLiteral("5");
@@ -104,32 +102,61 @@ Fields cleanRow(const Context& c, const RawRow& raw) {
 
 } // namespace
 
+const QStringList& CardLineMapping::sourceColumns() {
+    static const QStringList names{QStringLiteral("TYP"),   QStringLiteral("T4_L1"), QStringLiteral("T4_L2"),
+                                   QStringLiteral("T4_L3"), QStringLiteral("T4_L4"), QStringLiteral("T4_L5"),
+                                   QStringLiteral("T4_L6"), QStringLiteral("T5_L1"), QStringLiteral("T5_L2"),
+                                   QStringLiteral("T5_L3"), QStringLiteral("T5_L4"), QStringLiteral("T5_L5"),
+                                   QStringLiteral("T5_L6"), QStringLiteral("T5_L7")};
+    return names;
+}
+
+const QStringList& CardLineMapping::targetColumns() {
+    static const QStringList names{QStringLiteral("TYP"),         QStringLiteral("FORM_ID"),
+                                   QStringLiteral("STATE"),       QStringLiteral("NACHNAME"),
+                                   QStringLiteral("VORNAME"),     QStringLiteral("GEBDAT"),
+                                   QStringLiteral("PERSONAL_ID"), QStringLiteral("INSTITUT_ID"),
+                                   QStringLiteral("CARD_ID"),     QStringLiteral("CARD_EXPIRY")};
+    return names;
+}
+
+CardLineMapping CardLineMapping::load() {
+    CardLineMapping m;
+    m.states_ = StateCodes::load();
+    m.lengths_ = readFieldLengths(targetColumns());
+    return m;
+}
+
+CardLineMapping::Fields CardLineMapping::map(const Raw& raw) const {
+    return mapRow(Context{states_, lengths_}, raw);
+}
+
 int ImportNachbearbeitung() {
     int result = 0;
     std::optional<Transaction> transaction;
     RunReported(QStringLiteral("ImportNachbearbeitung"), [&] {
         transaction.emplace();
         const QString table = GetValuesTable();
-        Context context{StateCodes::load(), readFieldLengths(targetNames)};
+        const CardLineMapping mapping = CardLineMapping::load();
 
         // The rows are read first and written afterwards, so the writing never changes what the
         // reading still has to visit.
         QVector<RawRow> rows;
+        QVector<qint64> numbers;
         {
-            QSqlQuery q = execSql(QStringLiteral("SELECT LfdNr, TYP, T4_L1, T4_L2, T4_L3, T4_L4, T4_L5, T4_L6, T5_L1,"
-                                                 " T5_L2, T5_L3, T5_L4, T5_L5, T5_L6, T5_L7 FROM %1"
-                                                 " WHERE [NeuImport]=true ORDER BY rowid")
-                                      .arg(table));
+            QSqlQuery q = execSql(QStringLiteral("SELECT LfdNr, %1 FROM %2 WHERE [NeuImport]=true ORDER BY rowid")
+                                      .arg(CardLineMapping::sourceColumns().join(QStringLiteral(", ")), table));
             while (q.next()) {
+                numbers.push_back(q.value(0).toLongLong());
                 RawRow raw;
                 for (int i = 0; i < sourceCount; ++i)
-                    raw[i] = q.value(i).toString(); // null reads as ""
+                    raw[i] = q.value(i + 1).toString(); // null reads as ""
                 rows.push_back(raw);
             }
         }
 
         QStringList sets;
-        for (const QString& name : targetNames)
+        for (const QString& name : CardLineMapping::targetColumns())
             sets << QStringLiteral("[%1]=?").arg(name);
         QSqlQuery update =
             prepareSql(QStringLiteral("UPDATE %1 SET %2 WHERE LfdNr=?").arg(table, sets.join(QLatin1Char(','))));
@@ -137,13 +164,14 @@ int ImportNachbearbeitung() {
         for (qsizetype n = 0; n < rows.size(); ++n) {
             progress.status(QStringLiteral("Bearbeite Datensatz: ") + QString::number(n + 1));
             progress.progress(n + 1, rows.size());
-            const Fields fields = cleanRow(context, rows[n]);
+            const Fields fields = mapping.map(rows[n]);
             for (int t = 0; t < targetCount; ++t)
                 update.bindValue(t, fields[t]);
-            update.bindValue(targetCount, rows[n][LfdNr].toLongLong());
+            update.bindValue(targetCount, numbers[n]);
             execPrepared(update);
         }
-        execSql(QStringLiteral("UPDATE %1 SET Workflow_Status=10 WHERE [Neuimport]=true").arg(table));
+        if (!rows.isEmpty())
+            execSql(QStringLiteral("UPDATE %1 SET Workflow_Status=10 WHERE [Neuimport]=true").arg(table));
         result = 1;
     });
     // What was done before a failure stays, as after every reported failure; the import decides

@@ -155,11 +155,15 @@ bool SaveWithStatus(qint32 n, qint16 status) {
     if (n < 0)
         return false;
     return RunReported(QStringLiteral("SaveWithStatus"), [&] {
-        // A write-back that fails (the pool's server gone) stops here with the values still in hand.
+        // The values and the new state are committed together: one sync instead of two at each
+        // hand-over, and never the values without the state. A write-back that fails (the pool's
+        // server gone) stops here with the values still in hand.
+        Transaction transaction;
         WerteArray().WriteBackOrThrow(n);
-        WerteArray().Clear();
         execSql(QStringLiteral("UPDATE ") + GetValuesTable() + QStringLiteral(" SET Workflow_Status=") +
                 QString::number(status) + QStringLiteral(", Workflow_KorrID=0 WHERE lfdnr=") + number(n));
+        transaction.commit();
+        WerteArray().Clear();
     });
 }
 
