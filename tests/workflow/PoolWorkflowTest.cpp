@@ -106,6 +106,10 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
         form["BMPName"] = QString("p%1.tif").arg(i, 4, 10, QChar('0'));
         insertRecord(form, 40);
     }
+    // Workstation 9 claimed this one for its own pass, which is writing it right now.
+    FormValues claimed = forms[0];
+    claimed["BMPName"] = "unterwegs.tif";
+    const qint32 elsewhere = insertRecord(claimed, 41, 9);
     const QStringList homes{joinWorkstation(2), joinWorkstation(3)};
     std::vector<std::unique_ptr<QProcess>> exporters;
     for (const QString& folder : homes) {
@@ -130,7 +134,8 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
     exported.sort();
     EXPECT_EQ(exported.size(), 40);
     EXPECT_EQ(exported.removeDuplicates(), 0);
-    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 0);
+    EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 1);
+    EXPECT_EQ(workflowOf(elsewhere), "41/9") << "another workstation's claim is that one's to finish";
 }
 
 TEST_F(SharedPool, a_newer_master_file_is_imported_once_when_workstations_start_together) {
