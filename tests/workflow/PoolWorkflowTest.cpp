@@ -61,7 +61,7 @@ TEST_F(SharedPool, a_joined_workstation_keeps_its_own_settings_and_shares_record
         ASSERT_TRUE(file.open());
         QStringList tables = file.tables();
         tables.sort(Qt::CaseInsensitive);
-        EXPECT_EQ(tables, (QStringList{"zvbSys", "zvbSysKeys", "zvbSysWindowPositions"}));
+        EXPECT_EQ(tables, (QStringList{"zvbScanOptionen", "zvbSys", "zvbSysKeys", "zvbSysWindowPositions"}));
         file.close();
     }
     QSqlDatabase::removeDatabase("second-home");
