@@ -101,6 +101,9 @@ QSqlDatabase database() {
 }
 
 quint64 connectionGeneration() {
+    // A statement asking is about to let go of its old one: the connection it was prepared on must
+    // be gone first, so the letting go stays silent.
+    releaseDroppedPoolConnection();
     return generation;
 }
 
@@ -141,8 +144,15 @@ struct RoutedStatement {
 QSqlDatabase poolForStatement() {
     QSqlDatabase db = poolDatabase();
     if (connection.transactionDepth > 0 && !connection.poolTransaction) {
-        if (!db.transaction())
-            throw errorFrom(db.lastError(), QStringLiteral("BEGIN"));
+        if (!db.transaction()) {
+            const QSqlError error = db.lastError();
+            if (isConnectionLoss(error) || !db.isOpen()) {
+                db = QSqlDatabase();
+                dropPoolConnection();
+                throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+            }
+            throw errorFrom(error, QStringLiteral("BEGIN"));
+        }
         connection.poolTransaction = true;
     }
     return db;
@@ -168,7 +178,7 @@ bool onPool(const QSqlQuery& query) {
 VeridonError failure(const QSqlQuery& query, const QString& statement) {
     if (onPool(query) && isConnectionLoss(query.lastError())) {
         const QString reason = query.lastError().text();
-        dropPoolConnection();
+        dropPoolConnection(&query);
         connection.poolTransaction = false;
         return VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), reason));
     }

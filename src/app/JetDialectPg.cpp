@@ -28,7 +28,7 @@ const Catalog& catalogOf(const QSqlDatabase& db) {
     QSqlQuery q(db);
     if (!q.exec(QStringLiteral("SELECT table_name, column_name FROM information_schema.columns "
                                "WHERE table_schema = 'public' ORDER BY table_name, ordinal_position")))
-        throwPoolError(q.lastError());
+        throwPoolError(q);
     while (q.next()) {
         const QString table = q.value(0).toString();
         const QString column = q.value(1).toString();
@@ -358,7 +358,7 @@ QVector<ColumnInfo> poolTableColumns(const QSqlDatabase& db, const QString& tabl
                              " ORDER BY ordinal_position"));
     q.addBindValue(table);
     if (!q.exec())
-        throwPoolError(q.lastError());
+        throwPoolError(q);
     while (q.next()) {
         ColumnInfo c;
         c.name = q.value(0).toString();
@@ -387,7 +387,7 @@ bool poolTableExists(const QSqlDatabase& db, const QString& table) {
                              " AND lower(table_name) = lower(?)"));
     q.addBindValue(table);
     if (!q.exec())
-        throwPoolError(q.lastError());
+        throwPoolError(q);
     return q.next();
 }
 

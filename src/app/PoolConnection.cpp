@@ -13,8 +13,24 @@ namespace {
 
 struct PoolThread {
     QString name;
+    // A connection dropped after the server went away. Statements prepared on it (kept by their
+    // owners, or the one that failed) would ask the server to free them when they are let go, and
+    // on a dead or new connection that fails with a warning, or inside a transaction spoils it. So
+    // the dropped connection is removed, which deletes its driver and lets them go silently, before
+    // the pool is used again and before any owner compares connectionGeneration().
+    QString retired;
+    QList<QSqlQuery> failed; // the statements that met the loss, kept until their driver is gone
+    int opened = 0;
     ~PoolThread() { close(); }
+    void removeRetired() {
+        if (retired.isEmpty())
+            return;
+        QSqlDatabase::removeDatabase(retired);
+        retired.clear();
+        failed.clear();
+    }
     void close() {
+        removeRetired();
         if (name.isEmpty())
             return;
         {
@@ -107,23 +123,24 @@ QSqlDatabase openPoolConnection(const QString& uri, const QString& name) {
 }
 
 QSqlDatabase poolDatabase() {
+    pool.removeRetired();
     if (!pool.name.isEmpty()) {
         QSqlDatabase db = QSqlDatabase::database(pool.name, false);
         if (db.isOpen())
             return db;
-        // Dropped after the server went away: the same connection opens again, so statements the
-        // program keeps prepared fail cleanly until they are prepared anew.
-        const QString reason = openSession(db);
-        if (!reason.isEmpty())
-            throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), reason));
-        notePoolConnectionChanged();
-        return db;
+        // The driver closed it itself when it found the server gone: dropped like any other loss.
+        db = QSqlDatabase();
+        dropPoolConnection();
+        pool.removeRetired();
     }
     const QString uri = homePoolUri();
     if (uri.isEmpty())
         throw VeridonError(PoolUnreachableError,
                            QStringLiteral("Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."));
-    const QString name = QStringLiteral("veridon-pool-%1").arg(reinterpret_cast<quintptr>(QThread::currentThreadId()));
+    // Each connection gets a name of its own: the one dropped before may still be waiting for removal.
+    const QString name = QStringLiteral("veridon-pool-%1-%2")
+                             .arg(reinterpret_cast<quintptr>(QThread::currentThreadId()))
+                             .arg(++pool.opened);
     QSqlDatabase db = openPoolConnection(uri, name);
     pool.name = name;
     notePoolConnectionChanged();
@@ -143,10 +160,20 @@ bool serverAnswers(const QString& uri, QString* error) {
     }
 }
 
-void dropPoolConnection() {
-    if (!pool.name.isEmpty())
+void dropPoolConnection(const QSqlQuery* failedStatement) {
+    if (failedStatement)
+        pool.failed << *failedStatement;
+    if (!pool.name.isEmpty()) {
+        pool.removeRetired();
         QSqlDatabase::database(pool.name, false).close();
+        pool.retired = pool.name;
+        pool.name.clear();
+    }
     notePoolConnectionChanged();
+}
+
+void releaseDroppedPoolConnection() {
+    pool.removeRetired();
 }
 
 void closePool() {
@@ -155,9 +182,10 @@ void closePool() {
     uriOfHome.clear();
 }
 
-void throwPoolError(const QSqlError& error) {
+void throwPoolError(const QSqlQuery& failed) {
+    const QSqlError error = failed.lastError();
     if (isConnectionLoss(error)) {
-        dropPoolConnection();
+        dropPoolConnection(&failed);
         throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
     }
     throw VeridonError(ErrorNumber::SqlError, error.text());

@@ -8,6 +8,7 @@
 
 #include <QSqlDatabase>
 #include <QSqlError>
+#include <QSqlQuery>
 #include <QString>
 
 // Number of the error raised when the server of the pool cannot be reached.
@@ -36,8 +37,15 @@ bool serverAnswers(const QString& uri, QString* error = nullptr);
 void closePool();
 
 // Drops the calling thread's pool connection but keeps the home's pool URI: the next statement
-// connects again (after the server went away).
-void dropPoolConnection();
+// connects again, on a new connection (after the server went away). failedStatement, the statement
+// that met the loss, is kept until the dropped connection is removed, so letting it go does not
+// ask the dead connection to free it.
+void dropPoolConnection(const QSqlQuery* failedStatement = nullptr);
+
+// Removes the connection dropped last, if any, with its driver: statements still prepared on it
+// then let go without a word to the server. Called before the pool is used again and whenever
+// kept statements check whether their connection is gone.
+void releaseDroppedPoolConnection();
 
 // True when a failed statement's error says the connection to the server is gone, so the next
 // statement should connect again.
@@ -45,7 +53,7 @@ bool isConnectionLoss(const QSqlError& error);
 
 // Throws the VeridonError for a failed statement on the pool: PoolUnreachableError (and the
 // connection dropped) when the connection is gone, the server's error otherwise.
-[[noreturn]] void throwPoolError(const QSqlError& error);
+[[noreturn]] void throwPoolError(const QSqlQuery& failed);
 
 // The text shown when the server cannot be reached: what happened and that the work is kept.
 QString poolUnreachableText(const QString& uri, const QString& reason);

@@ -28,7 +28,11 @@ bool isWordChar(QChar c) {
 } // namespace
 
 QStringList localTables() {
-    return {QStringLiteral("zvbSys"), QStringLiteral("zvbSysWindowPositions"), QStringLiteral("zvbSysKeys")};
+    // Scan settings belong to a scanner attached to this workstation (its SANE device name, its
+    // options): another workstation's device of the same name is another machine, so they stay here
+    // with the window positions and hot keys rather than going to the server.
+    return {QStringLiteral("zvbSys"), QStringLiteral("zvbSysWindowPositions"), QStringLiteral("zvbSysKeys"),
+            QStringLiteral("zvbScanOptionen")};
 }
 
 QStringList poolTables() {

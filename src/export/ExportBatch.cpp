@@ -253,14 +253,18 @@ bool ExportBatch::writeAhead() {
         if (!raise)
             return true;
         Transaction transaction;
-        QSqlQuery update = prepareSql(QStringLiteral("UPDATE ") + GetValuesTable() +
-                                      QStringLiteral(" SET Workflow_Status=? WHERE LfdNr=? AND Workflow_Status=?"));
+        // The claim names this workstation, so no other one of a shared pool finishes it too.
+        const qint16 korrId = GetKorrID();
+        QSqlQuery update =
+            prepareSql(QStringLiteral("UPDATE ") + GetValuesTable() +
+                       QStringLiteral(" SET Workflow_Status=?, Workflow_KorrID=? WHERE LfdNr=? AND Workflow_Status=?"));
         QVector<Item> kept;
         for (Item& item : items_) {
             if (item.fresh) {
                 update.bindValue(0, item.state + 1);
-                update.bindValue(1, item.number);
-                update.bindValue(2, item.state);
+                update.bindValue(1, korrId);
+                update.bindValue(2, item.number);
+                update.bindValue(3, item.state);
                 execPrepared(update);
                 if (update.numRowsAffected() != 1) {
                     // Taken or changed by someone else meanwhile: not ours to hand over.

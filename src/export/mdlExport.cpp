@@ -24,7 +24,18 @@ namespace {
 // Records per group: enough to share the syncs, few enough that the operator sees progress.
 constexpr int batchSize = 200;
 
-const char* const waitingStates = "Workflow_Status IN (20, 40, 21, 41)";
+// The rows a pass of this workstation may take: handed over and waiting (20, 40), or claimed by
+// this workstation (21, 41) in a pass that did not finish. The claim names the workstation: on a
+// shared pool a row another one claimed is that one's to finish, also after its claim committed,
+// or both would write it. Claims without a holder come from passes before claims named one.
+QString interruptedRows() {
+    return QStringLiteral("(Workflow_Status IN (21, 41) AND (Workflow_KorrID IS NULL OR Workflow_KorrID IN (0, %1)))")
+        .arg(GetKorrID());
+}
+
+QString waitingStates() {
+    return QStringLiteral("(Workflow_Status IN (20, 40) OR ") + interruptedRows() + QLatin1Char(')');
+}
 
 // Holds the home's export lock while it lives; a second pass waits for the first. Released by the
 // system when the program dies, so a crash never leaves it taken.
@@ -51,7 +62,7 @@ private:
 QVector<qint32> waitingNumbers() {
     QVector<qint32> numbers;
     QSqlQuery q = execSql(QStringLiteral("SELECT LfdNr FROM ") + GetValuesTable() + QStringLiteral(" WHERE ") +
-                          QLatin1String(waitingStates) + QStringLiteral(" ORDER BY LfdNr"));
+                          waitingStates() + QStringLiteral(" ORDER BY LfdNr"));
     while (q.next())
         numbers << q.value(0).toInt();
     return numbers;
@@ -99,7 +110,7 @@ bool ExportZVBWerte() {
         // this workstation until their state change is committed, so two workstations exporting at
         // once never both write one.
         const QString select = QStringLiteral("SELECT * FROM ") + GetValuesTable() +
-                               QStringLiteral(" WHERE LfdNr=? AND ") + QLatin1String(waitingStates);
+                               QStringLiteral(" WHERE LfdNr=? AND ") + waitingStates();
         QSqlQuery fetch = prepareSql(select + skipLockedClause(select));
         qsizetype next = 0;
         while (next < numbers.size()) {
@@ -141,12 +152,12 @@ bool ExportZVBWerte() {
 void FinishInterruptedExports() {
     RunReported(QStringLiteral("FinishInterruptedExports"), [] {
         const PassLock lock;
-        if (CountRows(QStringLiteral("*"), GetValuesTable(), QStringLiteral("Workflow_Status IN (21, 41)")) == 0)
+        if (CountRows(QStringLiteral("*"), GetValuesTable(), interruptedRows()) == 0)
             return;
         const ExportSettings settings = ReadExportSettings(false);
         ExportBatch batch(settings);
-        QSqlQuery q = execSql(QStringLiteral("SELECT * FROM ") + GetValuesTable() +
-                              QStringLiteral(" WHERE Workflow_Status IN (21, 41) ORDER BY LfdNr"));
+        QSqlQuery q = execSql(QStringLiteral("SELECT * FROM ") + GetValuesTable() + QStringLiteral(" WHERE ") +
+                              interruptedRows() + QStringLiteral(" ORDER BY LfdNr"));
         while (q.next())
             batch.addIfHandedOver(q.record());
         q.finish();

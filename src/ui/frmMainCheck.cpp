@@ -55,9 +55,10 @@ bool frmMain::actionOK() {
     const qint32 number = current_;
     current_ = -1;
     const bool done = CompleteHandOver(number);
-    if (!done && homeUsesPool()) {
+    if (!done && homeUsesPool() && StillHoldsRecord(number)) {
         // The pool's server did not take the save (reported): the record stays on screen, still
-        // held by this workstation, and OK saves it once the server answers again.
+        // held by this workstation, and OK saves it once the server answers again. A record another
+        // workstation took meanwhile (reported as well) is not this one's to keep on screen.
         current_ = number;
         return false;
     }

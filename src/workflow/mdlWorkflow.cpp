@@ -59,6 +59,36 @@ void deleteRecordImage(const QString& bmpName) {
                     {int(ErrorNumber::PathNotFound), QStringLiteral("%1: %2").arg(imageFile, file.errorString())});
 }
 
+// Makes sure korrId still holds record n in correction, inside the caller's transaction. The
+// update changes nothing, but it matches only while korrId holds the row, and from then on the row
+// stays locked (pool server) or data.mdb stays write-locked until the transaction ends: no other
+// workstation can take the record between this check and the writes that follow. A workstation
+// whose record was released (leaving, start-up, a lost connection) and taken by another one since
+// gets RecordTakenError and changes nothing.
+void holdOwnRecord(qint32 n, qint16 korrId) {
+    QSqlQuery hold = execSql(QStringLiteral("UPDATE ") + GetValuesTable() +
+                             QStringLiteral(" SET Workflow_KorrID=Workflow_KorrID WHERE LfdNr=") + number(n) +
+                             QStringLiteral(" AND Workflow_Status=30 AND Workflow_KorrID=") + QString::number(korrId));
+    if (hold.numRowsAffected() == 1)
+        return;
+    qint16 status = 0;
+    qint16 holder = 0;
+    QString now;
+    if (!RecordState(n, status, holder))
+        now = QStringLiteral("Er ist inzwischen gelöscht.");
+    else if (status == WorkflowStatus::InCorrection)
+        now = QStringLiteral("Er wurde freigegeben und wird jetzt am Arbeitsplatz %1 bearbeitet.").arg(holder);
+    else if (status == WorkflowStatus::Waiting)
+        now = QStringLiteral("Er wurde freigegeben und wartet wieder im Pool.");
+    else
+        now = QStringLiteral("Er ist bereits übergeben (Status %1).").arg(status);
+    throw VeridonError(RecordTakenError,
+                       QStringLiteral("Beleg %1 gehört nicht mehr zu diesem Arbeitsplatz. %2 Er wurde weder "
+                                      "übergeben noch verworfen; Ihre Eingaben daran sind nicht gespeichert.")
+                           .arg(n)
+                           .arg(now));
+}
+
 } // namespace
 
 int ReleaseOwnRecords(qint16 korrId) {
@@ -155,16 +185,29 @@ bool SaveWithStatus(qint32 n, qint16 status) {
     if (n < 0)
         return false;
     return RunReported(QStringLiteral("SaveWithStatus"), [&] {
-        // The values and the new state are committed together: one sync instead of two at each
-        // hand-over, and never the values without the state. A write-back that fails (the pool's
-        // server gone) stops here with the values still in hand.
-        Transaction transaction;
+        // The values and the new state are committed together (one sync instead of two at each
+        // hand-over, and never the values without the state), and only while this workstation
+        // still holds the record. A write-back that fails (the pool's server gone) stops here with
+        // the values still in hand.
+        const qint16 korrId = GetKorrID();
+        Transaction save;
+        holdOwnRecord(n, korrId);
         WerteArray().WriteBackOrThrow(n);
         execSql(QStringLiteral("UPDATE ") + GetValuesTable() + QStringLiteral(" SET Workflow_Status=") +
                 QString::number(status) + QStringLiteral(", Workflow_KorrID=0 WHERE lfdnr=") + number(n));
-        transaction.commit();
+        save.commit();
         WerteArray().Clear();
     });
+}
+
+bool StillHoldsRecord(qint32 n) {
+    try {
+        qint16 status = 0;
+        qint16 holder = 0;
+        return RecordState(n, status, holder) && status == WorkflowStatus::InCorrection && holder == GetKorrID();
+    } catch (const VeridonError&) {
+        return true;
+    }
 }
 
 bool DiscardRecord(qint32 n, bool silent) {
@@ -180,11 +223,19 @@ bool DiscardRecord(qint32 n, bool silent) {
         const QString bmpName = WerteArray().indexOf(QStringLiteral("BMPName")) >= 0
                                     ? WerteArray().GetValue(QStringLiteral("BMPName"))
                                     : QString();
-        deleteRecordImage(bmpName);
-        WerteArray().EmptyArray(n);
+        const qint16 korrId = GetKorrID();
+        {
+            Transaction discard;
+            holdOwnRecord(n, korrId);
+            WerteArray().WriteBackOrThrow(n);
+            execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QStringLiteral(" WHERE LfdNr=") + number(n));
+            discard.commit();
+        }
         WerteArray().Clear();
-        execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QStringLiteral(" WHERE LfdNr=") + number(n));
         deleted = true;
+        // The image goes only once its record is gone for good: a crash in between leaves an image
+        // no record references, which leaving the program clears.
+        deleteRecordImage(bmpName);
         WriteLog(QStringLiteral("frmMain.actionVerwerfen()"),
                  QStringLiteral("Beleg #") + number(n) + QStringLiteral(" - ") +
                      (bmpName.isEmpty() ? QStringLiteral("(ohne Bild)") : bmpName) + QStringLiteral(" gelöscht!"));

@@ -17,6 +17,9 @@ inline constexpr qint16 InCorrection = 30;  // held by the workstation in Workfl
 inline constexpr qint16 HandedOver = 40;    // checked and handed over, waiting for export
 } // namespace WorkflowStatus
 
+// Number of the error raised when a workstation hands over or discards a record it no longer holds.
+inline constexpr int RecordTakenError = 3197;
+
 // Gives this workstation's records in correction back to the pool (30 -> 10, holder 0). Records
 // of other workstations stay as they are. Returns the number released, -1 after a reported failure.
 int ReleaseOwnRecords();
@@ -52,13 +55,21 @@ bool LoadRecord(qint32 number);
 bool RecordState(qint32 number, qint16& status, qint16& korrId);
 
 // Save with status: writes the values in hand into record number, empties them and sets the
-// record's state to status with no holder. Does nothing and returns false for number < 0 or after
-// a reported failure.
+// record's state to status with no holder, in one transaction that only goes ahead while this
+// workstation (APP_KorrID) holds the record in correction. A record released meanwhile (leaving,
+// start-up) and taken by another workstation is left exactly as it is and the refusal is reported
+// (RecordTakenError, in German). Does nothing and returns false for number < 0 or after a reported
+// failure; the values stay in hand then.
 bool SaveWithStatus(qint32 number, qint16 status);
+
+// True unless record number is known to be no longer held by this workstation (another one took
+// it, it was handed over or deleted). A pool server that does not answer counts as still held.
+bool StillHoldsRecord(qint32 number);
 
 // The discard of the record in hand (number), as actionVerwerfen does after the window wrote its
 // controls into the values: unless silent, asks "Msg_AskDelete" (No is the default answer) and
-// stops on any answer but Yes.
+// stops on any answer but Yes. Like SaveWithStatus it only goes ahead while this workstation holds
+// the record; otherwise the refusal is reported and neither the row nor the image is touched.
 // A bare-named image is deleted from the image folder, after a "_d." copy into the day's image
 // backup when images are backed up; a path-like name is never touched. A failed deletion is shown
 // as "Msg_ImageDeleteErr" and the record is still deleted. The values are saved and emptied, the

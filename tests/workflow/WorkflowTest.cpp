@@ -189,6 +189,44 @@ TEST_F(Discard, deletes_the_record_and_its_bare_named_image_keeping_a_backup_cop
         << log.toStdString();
 }
 
+// A workstation's record is released behind its back (it left, started again or lost its
+// connection) and the pool moves on. Its late OK or discard must leave the record, its values and
+// its image exactly as the pool has them now, and say why.
+TEST_F(Discard, a_record_released_meanwhile_is_neither_handed_over_nor_discarded) {
+    const struct {
+        qint16 otherStatus; // what became of the record meanwhile; 30 = workstation 2 took it
+        const char* state;
+        const char* why;
+    } cases[] = {
+        {30, "30/2", "Er wurde freigegeben und wird jetzt am Arbeitsplatz 2 bearbeitet."},
+        {10, "10/0", "Er wurde freigegeben und wartet wieder im Pool."},
+        {40, "40/0", "Er ist bereits übergeben (Status 40)."},
+    };
+    const QString image = writeImage("31901001.tif");
+    for (const auto& c : cases) {
+        execSql("DELETE FROM zvbWerte");
+        const qint32 n = insertDemoRecords(1)[0];
+        ASSERT_EQ(TakeNextRecord(), n);
+        WerteArray().SetValue("NACHNAME", "Nowak");
+        ReleaseOwnRecords();
+        if (c.otherStatus != 10) {
+            ASSERT_TRUE(ClaimRecord(n, 2));
+        }
+        if (c.otherStatus == 40)
+            execSql("UPDATE zvbWerte SET Workflow_Status=40, Workflow_KorrID=0 WHERE LfdNr=?", {n});
+
+        EXPECT_FALSE(SaveWithStatus(n, WorkflowStatus::HandedOver)) << c.state;
+        EXPECT_FALSE(DiscardRecord(n, true)) << c.state;
+        EXPECT_EQ(workflowOf(n), c.state);
+        EXPECT_EQ(columnOf(n, "NACHNAME"), demoForms()[0]["NACHNAME"]) << "the late correction is not written";
+        EXPECT_TRUE(QFileInfo::exists(image));
+        EXPECT_TRUE(messages.saw(QString("Beleg %1 gehört nicht mehr zu diesem Arbeitsplatz. %2").arg(n).arg(c.why)))
+            << c.state;
+        EXPECT_FALSE(StillHoldsRecord(n));
+        WerteArray().Clear();
+    }
+}
+
 TEST_F(Discard, a_path_like_image_name_is_never_deleted_from_disk) {
     FormValues form = demoForms().first();
     // The image sits in a sub-folder of the image folder and is named with that folder: a path.
@@ -199,7 +237,7 @@ TEST_F(Discard, a_path_like_image_name_is_never_deleted_from_disk) {
     const qint32 withBackslash = insertRecord(form);
 
     for (const qint32 n : {withSlash, withBackslash}) {
-        ASSERT_TRUE(LoadRecord(n));
+        ASSERT_TRUE(ClaimRecord(n, GetKorrID()) && LoadRecord(n));
         EXPECT_TRUE(DiscardRecord(n, true));
         EXPECT_EQ(workflowOf(n), "");
         EXPECT_TRUE(QFileInfo::exists(image));
