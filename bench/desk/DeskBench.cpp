@@ -15,10 +15,10 @@
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/MessagePresenter.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
-#include "workflow/mdlStart.h"
 #include "ui/frmMain.h"
+#include "workflow/Workspace.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QDir>
