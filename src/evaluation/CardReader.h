@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace tesseract {
 class TessBaseAPI;
@@ -48,7 +49,13 @@ public:
     PageReading readPage(const QString& path);
 
 private:
-    QString readRegion(int x, int y, int dx, int dy, Content content);
+    // One character as the engine read it; a blank between words has confidence 100.
+    struct Symbol {
+        QString text;
+        float confidence;
+    };
+    std::vector<Symbol> recognise(Content content, double scale);
+    QString written(const std::vector<Symbol>& symbols, Content content) const;
     QString escaped(const QString& symbol) const;
 
     std::unique_ptr<tesseract::TessBaseAPI> api_;
