@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The install layout (GNUInstallDirs): programs in bin, the viewer library in a private folder
 # lib/veridon, the data files in share/veridon, man pages in share/man/man1. The programs find the
 # library and the data by paths relative to themselves, so an installed tree can be moved as a whole.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Fuzzes the check command parser and every check primitive it leads to: a field definition's
 // command list is parsed and each command runs on a value, as the engine does. Lookup and
 // EhicKarte need the database and are only parsed here; PersonenNr runs every state's rule.

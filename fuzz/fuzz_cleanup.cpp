@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Fuzzes the clean-up's line helpers with raw card lines as a reader returns them: margins, case,
 // the split at the widest gap, the date cut out of its surroundings and the state read from a
 // heading line.

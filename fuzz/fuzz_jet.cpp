@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Fuzzes the Jet dialect: the statement translation and Jet's LIKE and InStr as the master data's
 // conditions use them.
 //

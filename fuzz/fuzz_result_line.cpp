@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Fuzzes the result line splitter with the evaluation program's escape codes and the cutting to a
 // column's size, as the import applies them to every part of a line.
 //

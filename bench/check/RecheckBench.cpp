@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
 // Re-checks stored records as after a change of master data (fill, check all fields, write back,
 // all in one transaction) and sets the figure beside the floor: the same rows read and written back
 // without checks. Usage: bench_check [RECORDS] (default 100000). Runs in a temporary home.
 
 #include "app/Database.h"
 #include "app/Errors.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
 #include "check/CheckCommands.h"
 #include "check/RecheckRecords.h"
 #include "model/FormModel.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

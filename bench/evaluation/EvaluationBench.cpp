@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // bench_evaluation: the accuracy of zvscan on a test corpus (formgen --corpus). The corpus is read
 // twice in fresh homes, once with the confidence threshold (unsure characters written as "?") and
 // once as the plain engine reads (threshold 0, every error silent); each result is imported with
@@ -8,8 +9,8 @@
 
 #include "DemoForms.h"
 #include "app/Home.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDir>

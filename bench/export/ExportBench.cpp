@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Export throughput. Fills a fresh home with 10,000 accepted records (the eight demo forms over and
 // over, each with its own image file), runs the export pass without reports, and prints XML files
 // per second — once with the day's backup off and once with it on (XML copy, image copy, exp.txt
@@ -9,9 +10,9 @@
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/TextFile.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
 #include "export/mdlExport.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDir>

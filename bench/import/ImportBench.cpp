@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // bench_import: how fast ImportZVBWerte takes a large evaluation result file, next to the floor of
 // sqlite3's own ".import" of the same file into a table of the file's columns (same declared types,
 // same journal settings, one transaction, nothing else).
@@ -12,10 +13,10 @@
 #include "app/MessagePresenter.h"
 #include "app/Progress.h"
 #include "app/TextFile.h"
-#include "app/Workspace.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "import/mdlImport.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDate>

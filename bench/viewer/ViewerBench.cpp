@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How long the viewer takes to open a scan page and to move from one field to the next on it,
 // each measured until the page is painted. Pages: a 300 dpi A4 colour scan (LZW, with paper grain
 // as a scanner delivers it) and a 200 dpi bitonal form (group 4). Opening cycles through three

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "OperatorStats.h"
 
-#include "mdlBackup.h"
+#include "app/mdlBackup.h"
 
 #include "app/Clock.h"
 #include "app/TextFile.h"

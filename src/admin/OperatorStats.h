@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Operator statistics: for each workstation and day, the records handed over and discarded, the
 // fields the operator corrected, the keys typed and the time spent with records on screen. They are
 // kept in the day's backup folder "stats/" (which the backup clean-up never empties), one small

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the about window tells: the program's version as the build stamped it into the core.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The procedures behind the options dialog: the choices its lists offer (languages, states, hot
 // keys, form fields), the rule against doubly assigned hot keys, the colour notation of the settings
 // and the one write of all edited settings into the zvbSys row.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Putting a form aside for testing: the scanned image of the record on screen is copied into the
 // test folder (APP_TestBildpfad) and a note file with the operator's remark is written beside it,
 // so that the people who tune the evaluation get the badly read form together with the reason.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the windows were last left: one row of zvbSysWindowPositions per window name with the
 // window's left and top edge and its size in screen pixels. The windows store their rectangle when
 // they close and apply it when they load; the rules that keep a window reachable live here, so

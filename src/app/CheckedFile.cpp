@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checked file writing on POSIX calls: QFile buffers and reports a failed flush only through a
 // state that is easy to miss, and it offers no sync, so the few calls are made directly here.
 #include "CheckedFile.h"

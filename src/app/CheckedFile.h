@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one way this program writes a file. Every step that can lose data is checked: the open, each
 // write (short writes are continued, a failed one is an error), the sync and the close; a file that
 // replaces another is written under a temporary name in the same folder and renamed only once it

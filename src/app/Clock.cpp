@@ -1,14 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "Clock.h"
+
+#include "Seam.h"
 
 namespace {
 const SystemClock systemClock;
-const Clock* installed = nullptr;
+Seam<const Clock> seam(systemClock);
 } // namespace
 
 const Clock& appClock() {
-    return installed ? *installed : systemClock;
+    return seam.get();
 }
 
 void setAppClock(const Clock* clock) {
-    installed = clock;
+    seam.install(clock);
 }

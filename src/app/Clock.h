@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The program's notion of "today" and "now". Every date rule (daily housekeeping, date ranges of the
 // checks, backup clean-up, scan counter, log time stamps) reads it here, so tests can fix the date.
 #pragma once

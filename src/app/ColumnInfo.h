@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The columns of a table as the database declares them, with the column types the record classes
 // dispatch on and the defined size of text columns (the n of VARCHAR(n)).
 #pragma once

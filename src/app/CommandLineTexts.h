@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // German texts for Qt's command-line parser: the usage line, its section titles, the help and
 // version options and its error messages, so that `--help` and a refused option read like the rest
 // of the programs. Qt's own translations are not among the programs' dependencies.

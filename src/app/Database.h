@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Access to the program database data.mdb (a SQLite file in the home). One connection per thread is
 // opened on first use and kept; statements written in the Jet dialect of the master data and the
 // procedures are translated here and nowhere else.

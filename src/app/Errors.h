@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The failure carried from where something went wrong to the procedure that reports it. Like the
 // run-time error report it holds a number and a description; the reporting procedure adds its name.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The six field colours and the mapping from a field's status code to its colour. Colours are
 // Windows colour references 0x00BBGGRR, stored in the settings as "&H" followed by hex digits.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The program folder ("home"): the workspace holding data.mdb, tarnvel.ini, default.xml, the message
 // log, report bitmaps and master-data files. Chosen by --home, else $VERIDON_HOME, else the folder of
 // the executable.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The Jet SQL dialect on SQLite. Statements of the procedures and of the master data (pre- and
 // post-processing of imports, check conditions) are written as for Jet; this module rewrites the
 // few constructs SQLite reads differently and provides Jet's functions on every connection.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The Jet SQL dialect on the pool's PostgreSQL server. The same statements that run on data.mdb
 // run here: "DELETE * FROM", [names], "&", Jet string literals in double quotes, TRUE/FALSE, Now(),
 // Date(), and names written in any case (the server's tables keep their classic spelling, so a

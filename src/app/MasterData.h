@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Master data kept as readable files: one table per tab-separated UTF-8 file whose first line names
 // the columns. "\N" in a cell is null; an empty cell is the empty text in a text column and null in
 // any other. "${HOME}" in a cell stands for the home folder (ending in "/").

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The program's fixed vocabulary of messages: every message id with its German default text, in one
 // place. The text shown is looked up in sysTexts for the current language; these defaults stand in
 // when no row exists. "\n" (backslash, n) in a text is a line break, "%1".."%9" are placeholders.

@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "MessagePresenter.h"
+
+#include "Seam.h"
 
 #include <cstdio>
 
@@ -42,13 +45,13 @@ int ConsolePresenter::show(const QString& prompt, int buttons, const QString& ti
 
 namespace {
 ConsolePresenter fallback;
-MessagePresenter* installed = nullptr;
+Seam<MessagePresenter> seam(fallback);
 } // namespace
 
 MessagePresenter& messagePresenter() {
-    return installed ? *installed : fallback;
+    return seam.get();
 }
 
 void setMessagePresenter(MessagePresenter* presenter) {
-    installed = presenter;
+    seam.install(presenter);
 }

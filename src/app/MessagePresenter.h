@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a message reaches the operator and how the answer comes back. The windows show a message box,
 // the command line prints to stderr and answers from --yes/--no, tests script the answers. The log
 // entry is written by zvMsgBox itself, whoever presents the message.

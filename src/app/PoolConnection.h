@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The connection to the shared pool on a PostgreSQL server. A workstation is joined to a pool when
 // APP_ServerDB in its data.mdb holds a URI "postgresql://user@host:port/dbname"; then the pool and
 // the master data are read and written on the server (see PoolRouting.h) and data.mdb keeps only

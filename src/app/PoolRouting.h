@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where each table lives. A workstation joined to a shared pool keeps its own settings, window
 // positions and hot keys in data.mdb; the pool (zvbWerte) and the master data live on the server.
 // Every statement is sent to the one database that holds the tables it names; a statement that

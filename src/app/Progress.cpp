@@ -1,4 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "Progress.h"
+
+#include "Seam.h"
 
 namespace {
 class SilentProgress : public Progress {
@@ -7,13 +10,13 @@ public:
     void progress(qint64, qint64) override {}
 };
 SilentProgress silent;
-Progress* installed = nullptr;
+Seam<Progress> seam(silent);
 } // namespace
 
 Progress& appProgress() {
-    return installed ? *installed : silent;
+    return seam.get();
 }
 
 void setAppProgress(Progress* progress) {
-    installed = progress;
+    seam.install(progress);
 }

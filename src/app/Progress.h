@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Status texts and progress of long batch work (import, export, auto-import). The windows show them
 // in the status bar, the command line prints them when asked; the core only reports.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The one place that converts between the program's texts and the files it reads and writes. Files
 // are written as Windows-1252 with CR LF line ends; reading accepts Windows-1252, LF alone and a
 // UTF-8 byte-order mark (then the file is read as UTF-8).

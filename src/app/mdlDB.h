@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Small helpers through which the program reads single values, counts rows, finds the database and
 // the INI file, and writes the settings row zvbSys. Look-ups answer null instead of failing where a
 // value is simply not there; a missing database or table is an error for the caller to report.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Messages to the operator, their texts in the current language, and the message log. Every message
 // goes through zvMsgBox, which shows it through the installed MessagePresenter and appends it to
 // zvMsgLog.txt in the home.

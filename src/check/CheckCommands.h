@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The check commands of a field definition ("Pflichtfeld();Bereich(1,12)") split into commands with
 // their parameters already converted, and kept per field for the program's life: the definitions
 // do not change while it runs, and a bulk re-check must not parse the same list for every record.

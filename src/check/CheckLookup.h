@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The Lookup(table,column[,condition]) check against a master table. Table and column come from
 // the field definitions, so they are checked against the schema before they go into SQL; the
 // value comes from the operator and goes in through sqlQuote.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The texts of the field checks: one message id per check keyword with its German default, in one
 // place. The engine appends them after the field's display name, so each begins with a blank.
 // Translations live in sysTexts (data/tables/sysTexts.check.tsv); these defaults stand in when a

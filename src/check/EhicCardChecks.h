@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The checks that know the European health insurance card: EhicKarte(STATE) for the card's
 // identification number and PersonenNr(STATE) for the holder's personal number, each judged by
 // the issuing state held in the record's field STATE.

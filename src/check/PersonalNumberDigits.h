@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the rules of the personal numbers share: reading digits out of a number and the one
 // function per state. Only the rule files include this.
 #pragma once

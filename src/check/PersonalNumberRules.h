@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The personal identification numbers of the states that issue European health insurance cards:
 // for each state with a published rule, the form of the number (length, letters, digits, an
 // embedded birth date) and its check digit. The card's field 6 carries the number the issuing

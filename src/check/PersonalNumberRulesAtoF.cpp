@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The personal-number rules of the states from Austria to France (in the order of their codes):
 // form and check digit of the number each prints in field 6 of its health insurance card.
 

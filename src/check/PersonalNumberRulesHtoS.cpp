@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The personal-number rules of the states from Croatia to Slovenia (in the order of their codes):
 // form and check digit of the number each prints in field 6 of its health insurance card.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Re-checking stored records in bulk, as after a change of master data: each record is filled into
 // the record in hand, checked with all its fields and written back, all in one transaction.
 #pragma once

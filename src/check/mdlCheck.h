@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The check engine: runs each field's check commands on the record in hand (WerteArray()) with the
 // field definitions (FelderArray()), collects the error texts, keeps each field's one-character
 // status code in the record's status string Fehlerhaft and answers an overall result.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The check primitives: small functions behind the keywords of the field checks. Each takes the
 // field's value (a null QString reads as "") and the already converted parameters and answers a
 // check result, 0 passed or 2 failed. None shows a message; the engine (mdlCheck) builds them.

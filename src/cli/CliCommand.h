@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command table of veridon-cli. Each command lives in a file of its own and registers itself
 // with a static CliRegistration, so adding a command touches no other file.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli accept: hands a record over as "OK / übergeben" in the main window does - checked,
 // saved as handed over - and then runs the export pass. Errors refuse the hand-over; warnings are
 // handed over only with --yes.
@@ -6,7 +7,7 @@
 #include "ReportOptions.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

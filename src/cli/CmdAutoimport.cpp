@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli autoimport: the automatic import of system tables, as at start.
 
 #include "CliCommand.h"
-#include "admin/mdlAutoImport.h"
 #include "model/FormModel.h"
+#include "workflow/mdlAutoImport.h"
 
 namespace {
 

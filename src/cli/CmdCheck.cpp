@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli check: re-checks stored records as the import does after master data changed, and
 // prints each record's result and status string.
 

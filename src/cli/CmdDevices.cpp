@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli devices: the scanners SANE finds, one per line: the name that `scan --device` and the
 // scanner selection take, then what the device says it is.
 

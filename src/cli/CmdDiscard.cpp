@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli discard: deletes a record and its bare-named image, as "Verwerfen" in the main window
 // does. The command itself is the confirmation, so no question is asked.
 
 #include "CliCommand.h"
 #include "app/mdlDB.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

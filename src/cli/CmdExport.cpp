@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli export: the export pass over every accepted record, printing reports on the printer
 // or into PDF files.
 

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli housekeeping: the start-up steps that need no window (field definitions, colours,
 // daily clean-up, automatic import of system tables), for workstations started by scripts.
 
 #include "CliCommand.h"
 #include "app/mdlDB.h"
-#include "app/mdlStart.h"
+#include "workflow/mdlStart.h"
 
 namespace {
 

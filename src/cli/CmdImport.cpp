@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli import: takes an evaluation result file into zvbWerte, as the scan does after the
 // evaluation run, and tells how many records came in.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli info: what the home holds, table by table.
 
 #include "CliCommand.h"

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli init: creates a complete home, on its own or as a workstation of a shared pool.
 
 #include "CliCommand.h"
 #include "app/Errors.h"
 #include "app/Home.h"
 #include "app/PoolConnection.h"
-#include "app/Workspace.h"
+#include "workflow/Workspace.h"
 
 namespace {
 

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli next: takes the next waiting record for this workstation, as the main window does
 // when it shows the next form, and prints its running number.
 
 #include "CliCommand.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

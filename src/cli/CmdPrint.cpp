@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli print: prints the report of one stored record as the main window's print command
 // does: refused while a field fails its checks, the record's workflow state unchanged.
 

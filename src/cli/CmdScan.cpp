@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli scan: the scan button without windows. Scans every page of the device into the scan
 // folder, runs the evaluation program, empties a local pool, imports the result and prints the
 // records taken in (LfdNr, image, surname). Faults of the scanner are printed as the window shows

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli sql: runs one statement of the Jet dialect on data.mdb.
 
 #include "CliCommand.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli stats: the operator statistics of the last days, one line per day and workstation, as
 // the hand-overs and discards of the windows and of this tool have counted them.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The options the printing commands share: --pdf DIR (PDF files instead of the printer) and
 // --report (the answer to the report-choice question). Installs the matching back end and answer
 // for the command's run and removes them afterwards.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli: the workstation's procedures from the command line, for scripts, the demo and
 // operators without a display.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The two card layouts. Layout 4 reads six lines (heading, state, surname, given names with date
 // of birth, personal number with institution, card number with expiry), layout 5 seven (heading,
 // state, surname, given names, date of birth with personal number, institution, card number with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the two printed versions of the form (layouts 4 and 5) put the card and the lines printed
 // on it, in pixels of the page scanned at 200 dpi with the origin at the top left. The field
 // regions carry the same numbers as the field definitions' coordinate columns of ZVBFelder; the

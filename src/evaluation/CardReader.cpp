@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading a page. The card's outline is a rounded frame whose top edge is the first long straight
 // run of ink on the page (the form's other rules are half as long); where it lies tells the layout
 // and the shift. The regions are then read one by one as single lines, the characters narrowed

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads the card on one scanned form page: straightens the page, finds the card's outline and with
 // it the layout (4 or 5) and the form's shift against the defined layout, and reads the card's
 // lines with Tesseract (LSTM, the Latin script model that knows every EU alphabet). Characters the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Result lines and the checked append. POSIX calls are used for the append because a flush to
 // disk (fsync) and cutting back a failed append (ftruncate) are what make it safe.
 #include "ResultBatch.h"

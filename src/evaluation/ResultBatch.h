@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The result file side of the evaluation: one line per page in the layout the import expects, and
 // appending a run's lines so that a run that dies or a full disk never leaves half a line behind.
 #pragma once

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ExportBatch.h"
 
 #include "ExportTemplate.h"
-#include "admin/mdlBackup.h"
 #include "app/CheckedFile.h"
 #include "app/ColumnInfo.h"
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/TextFile.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/ImageFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The hand-over of a group of records, written ahead so that a crash at any instant neither loses a
 // record nor hands one over twice. For each record:
 //   1. its XML is written under a hidden name in the export folder (".<name>.xml.<LfdNr>.part") and

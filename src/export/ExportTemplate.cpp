@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Template filling for the XML hand-over. The template is treated as plain text, line by line, as
 // the receiving side's format was defined around it; only the values are made safe for XML.
 #include "ExportTemplate.h"

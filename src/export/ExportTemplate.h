@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text side of the XML hand-over: filling the template's placeholders with a record's values,
 // dropping lines that became blank, and the output file name. Plain text work on strings; no file
 // or database access, so the rules can be checked in isolation and run fast in the export pass.

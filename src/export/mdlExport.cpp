@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The export pass: reads the records to hand over one by one and hands them to the write-ahead
 // protocol in groups, so that syncs and commits are shared. Two passes (two programs on one home)
 // never work at the same time: a lock file in the home orders them.

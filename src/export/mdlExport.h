@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The hand-over of finished records: every record in state 20 or 40 leaves as one XML file built
 // from the home's "default.xml", is printed when its report type asks for it, goes to the day's
 // backup (XML copy, image copy, one line in exp.txt) and is then removed with its image. A batch

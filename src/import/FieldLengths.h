@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The field lengths of ZVBFelder for the columns a batch writes, read once per batch instead of once
 // per value.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The import file's way through the file system: the temporary name it is moved to while it is
 // imported, the move itself (atomic, never over an existing file) and the name under which a stale
 // temporary file of an earlier run is kept.

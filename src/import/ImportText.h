@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Blank handling shared by the import and its clean-up. The evaluation program pads with plain
 // blanks only, so trimming and removing touch the blank character and nothing else (a tab or a
 // non-breaking space inside a value is content, not padding).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Repairs of reading errors in what the evaluation program read off the card: the replacement rules
 // of table ocrErsetzungen, and the helpers that turn one raw card line into clean field values
 // (frame characters, the case of names, the gap between two fields, dates, state codes).

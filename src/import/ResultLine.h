@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One line of the evaluation program's result file taken apart: the parts between the separators
 // and the escape codes the program writes into a value it could not read cleanly.
 #pragma once

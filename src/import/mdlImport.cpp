@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mdlImport.h"
 
 #include "FieldLengths.h"
@@ -5,12 +6,12 @@
 #include "ImportText.h"
 #include "OcrCorrection.h"
 #include "ResultLine.h"
-#include "admin/mdlBackup.h"
 #include "app/Clock.h"
 #include "app/ColumnInfo.h"
 #include "app/Database.h"
 #include "app/Progress.h"
 #include "app/TextFile.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "mdlImportNachbearbeitung.h"

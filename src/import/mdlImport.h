@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Taking the evaluation program's result file into the values table. The file is moved to a
 // temporary name first, so the evaluation program and other workstations no longer see it; every
 // line becomes a new row of zvbWerte, filled positionally in the table's column order; the

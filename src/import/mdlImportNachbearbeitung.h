@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The clean-up after an import: the evaluation program reads the card as raw text lines, one per
 // printed line; this module maps them into the form's fields, repairs the typical reading errors on
 // the way and releases the new rows for correction.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The translations of one window, read with a single statement: every sysTexts row of the current
 // language whose key starts with the window's name and "_". A window with fifty controls thus
 // costs one query when it loads instead of one per caption and tool tip.

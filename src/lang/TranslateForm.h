@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Translation of a loaded window into the current language. Every window hands itself over when it
 // loads; captions, texts of text boxes, tool tips, tab pages and list entries are replaced by the
 // sysTexts entries of the current language, and keep their (German) design text where there is none.

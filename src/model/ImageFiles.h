@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where a record's scanned image lives. Records name their image by a bare file name (BMPName) that
 // is looked up in the image folder; a name that already carries a folder, a drive or a list
 // separator is treated as foreign and is never shown, copied into the folder or deleted from disk.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The tables of the program database. zvbWerte's column order is the contract with the evaluation
 // program: its result file fills the columns positionally.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The field definitions of the form (table ZVBFelder), loaded once at start and asked by field name,
 // so the checks, the main window and the image display never read the table themselves.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The values of the one record of zvbWerte in hand, as (column name, value text) pairs in table
 // order. Filled from a query positioned on the row, read and changed by column name, and written
 // back to the row with its running number LfdNr, each column converted back to its type.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A printing back end that writes PDF files instead of printing: every job (one report page) is
 // one A4 file with 10 mm margins in a folder, named "NNNN-<job>.pdf" with a running number that
 // continues after the highest one already there, so the files sort in printing order and a later

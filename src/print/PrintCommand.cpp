@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The print command of the main window, without the window: check, store, print.
 #include "mdlPrint.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The printing back end of the windows and the command line: the system's printers through Qt
 // (CUPS on Linux). Each page is one job on the chosen printer.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The report-choice question ("frmAskForReport"): when the settings leave the report type open,
 // the operator answers "Ambulant", "Stationär" or "Kein Druck". The windows ask with a dialog, the
 // command line answers from --report, tests script the answer; the core only asks through here.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Painting one report page on a Qt printer (a real printer or a PDF file): the bitmap template in
 // the printable area, the values in bold at their millimetre positions. Shared by both back ends.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The seam between the report logic and a printing back end. The core decides which pages to print
 // and what goes where; a back end turns one page (a bitmap template and texts at millimetre
 // positions) into one print job. Back ends: the system's printers and PDF files (veridon_print);

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 // The defaults behind the two printing seams: no printer, and a report question that is always
 // answered "Kein Druck", so the core runs headless without either.
 #include "ReportChoice.h"
 #include "ReportPrinter.h"
+#include "app/Seam.h"
 
 namespace {
 
@@ -17,25 +19,25 @@ public:
 };
 
 NoPrinter noPrinter;
-ReportPrinter* installedPrinter = nullptr;
+Seam<ReportPrinter> printerSeam(noPrinter);
 
 FixedReportChoice noReport(ReportType::None);
-ReportChoice* installedChoice = nullptr;
+Seam<ReportChoice> choiceSeam(noReport);
 
 } // namespace
 
 ReportPrinter& reportPrinter() {
-    return installedPrinter ? *installedPrinter : noPrinter;
+    return printerSeam.get();
 }
 
 void setReportPrinter(ReportPrinter* printer) {
-    installedPrinter = printer;
+    printerSeam.install(printer);
 }
 
 ReportChoice& reportChoice() {
-    return installedChoice ? *installedChoice : noReport;
+    return choiceSeam.get();
 }
 
 void setReportChoice(ReportChoice* choice) {
-    installedChoice = choice;
+    choiceSeam.install(choice);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Report choice and printing. The decisions (which pages, which values where, which printer) are
 // made here from the settings and the report tables; the painting is the back end's.
 #include "mdlPrint.h"

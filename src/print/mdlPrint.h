@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Report choice and printing: which report a record gets (by the workstation's state, the card's
 // state and the report type) and printing its pages, each a bitmap template with the record's
 // values at fixed millimetre positions, through the ReportPrinter seam.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names of scanned pages: unique per workstation and day, so several workstations can share one
 // scan folder and pages of a batch that was not evaluated yet are never overwritten.
 #pragma once

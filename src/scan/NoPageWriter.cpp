@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Page writing in a build without libtiff: never called, since that build has no scanner devices.
 #include "ScanPageWriter.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scanner of a build without SANE: no devices, so the scan button says so and evaluates what
 // is already in the scan folder.
 #include "Scanner.h"

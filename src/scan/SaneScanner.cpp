@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scanner on libsane. SANE is initialised once per process, on first use, and reads its
 // configuration (SANE_CONFIG_DIR) then; devices are listed afresh on every call, so a scanner
 // plugged in later is found. Pages are read in blocks; between blocks the caller's idle hook runs,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scan sequence's own messages to the operator, German by default and translatable through
 // sysTexts like every other message. "%1" is the number of pages saved before the fault.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Scanned pages as TIFF files, the way the evaluation program and the image viewer read them:
 // bitonal pages CCITT group 4 (about 50 KB for an A4 page at 200 dpi), grey and colour pages LZW,
 // every page with its resolution.

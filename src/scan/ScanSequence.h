@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scan button's sequence, without windows: acquire every page into the scan folder, run the
 // evaluation program on the folder, empty a local pool and import the evaluation's result. The
 // main window and `veridon-cli scan` run the same sequence and differ only in what they show.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the workstation remembers about its scanner: which device it uses (the settings row of this
 // workstation) and, per device, the options the operator chose in the device settings dialog.
 #pragma once

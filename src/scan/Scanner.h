@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scanner as the workstation sees it: a list of devices, one open device with a few options
 // worth setting (resolution, mode, source, page size), and the acquisition of every page the
 // device gives, each handed over as soon as it is complete. Production drives SANE; the tests use

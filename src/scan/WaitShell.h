@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Running an external program (the evaluation) and waiting for its end while the windows stay
 // alive: the program runs as a child process and the caller's event loop keeps running, so the
 // main window repaints; nothing polls.

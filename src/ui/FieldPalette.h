@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Field colours on screen. The settings hold colour references 0x00BBGGRR; a field shows its colour
 // as the background (the palette's Base role) of its edit control, and the F2 search compares that
 // background with the error colour.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What every dialog window of the program does around its own content: it carries its form name as
 // objectName, translates itself and takes its stored place when it has been built, and stores its
 // place whenever it closes (OK, Cancel, Escape or the window's close button all end in done()).

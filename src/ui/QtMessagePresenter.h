@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Messages of the windows: every zvMsgBox becomes a modal QMessageBox over the active window, with
 // German button texts and the icon and default button of the style word. A busy cursor set for a
 // long batch is lifted while the box waits for the operator and put back afterwards.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One running copy per home. The first copy listens on a local socket named after its home; a
 // second start for the same home finds it, asks it to come to the front and ends without showing a
 // window of its own. Copies on different homes run side by side.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "StartUp.h"
 
 #include "QtMessagePresenter.h"
@@ -9,8 +10,8 @@
 #include "app/Home.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
-#include "app/mdlStart.h"
 #include "print/QtReportPrinter.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The start routine of the windows program: one copy per home, the home as working directory, the
 // database check of the start-up window, the head-less start-up steps, and the main window, which
 // from then on owns the program's life.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Import and export report their progress through the Progress seam; in the windows it appears in
 // the main window's status bar: the status text in a label, the count in a progress bar that is
 // visible only while a batch runs.

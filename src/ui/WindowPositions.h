@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Windows reappear where the operator last left them: each window applies its stored rectangle when
 // it loads and stores it when it closes, under its objectName (frmMain, frmOptionen, frmFehler,
 // frmTestNotiz, ...). The stored x and y are the window's outer top-left corner (as QWidget::pos()),

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Hot keys are stored in zvbSysKeys as a character code (KeyAscii) and a key code (KeyCode) in the
 // numbering of the Windows virtual keys, so a stored "+ (Ziffernblock)" is 43 and 107. This maps Qt's
 // key events onto those numbers.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The about window: what the program is, its version, and which home folder and database this
 // instance works on (the first thing support asks for).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The report-choice question of the windows: when the settings leave the report type open, the
 // operator picks "Ambulant", "Stationär" or "Kein Druck" in a small modal dialog.
 #pragma once

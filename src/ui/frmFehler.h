@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The error list: one read-only text box with the error and warning texts the checks collected for
 // the record on screen. The main window shows it without blocking when a hand-over fails or asks,
 // and hands it the focus with Ctrl+F.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The start-up window. It stands on the screen while the program checks that the central program
 // database named in APP_ServerDB can be reached, and lets the operator pick the file when it cannot.
 #pragma once

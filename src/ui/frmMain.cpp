@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: building the window (fields, buttons, menus, tool bar, status bar), the start of the form
 // and the four display toggles that are stored at once in zvbSys.
 
@@ -5,7 +6,7 @@
 
 #include "StatusBarProgress.h"
 #include "WindowPositions.h"
-#include "admin/mdlBackup.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "lang/TranslateForm.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The operator's workspace: one record of zvbWerte at a time in the ten fields of the container
 // "Datensatz", beside its scanned image. The window takes the next waiting record, lets the operator
 // correct it almost entirely from the keyboard, and ends each record with "OK" (checked, saved as

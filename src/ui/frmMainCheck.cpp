@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the checks on screen and the hand-over. A record is checked as a whole when it is shown
 // and before it is handed over, a field when it is left; the fields take the colours of their
 // status codes. OK hands a record over only when its checks allow it.
@@ -9,7 +10,7 @@
 #include "check/mdlCheck.h"
 #include "frmFehler.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the ten data fields. The field table ZVBForm_Felder (rebuilt at every start from the
 // window's tab order, so a changed order needs no migration), field lengths from the definitions,
 // what happens when a field is entered (remember its text, show its image region, place the cursor)
@@ -11,9 +12,9 @@
 #include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
-#include "app/mdlStart.h"
 #include "check/mdlCheck.h"
 #include "model/FormModel.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QGroupBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the scanned page beside the form. On every focus gain of a field and after every record
 // display the viewer is positioned on the field's region of the page; the viewer stays on top of the
 // form without ever taking its keyboard focus. Nothing is shown, and nothing is said, when the

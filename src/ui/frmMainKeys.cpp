@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the keyboard. The form sees every key before its controls (the filter sits on the
 // application and takes only keys meant for this window). A key runs through the key-down table
 // first (Insert, Enter, the pad's decimal key, F2, F3, Ctrl+F, Escape, F12) and then, when it types

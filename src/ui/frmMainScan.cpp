@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the scan button and the scanner menu. The sequence itself (acquire, evaluate, import) is
 // the scan module's; this file disables the scan controls while pages come in, lets Escape stop the
 // feeder, shows the wait window while the evaluation runs and then the first new record.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the small windows it opens - the error list beside the form, the test copy of the form
 // on screen, the options and the about window - and the printing of the record on screen.
 
@@ -9,9 +10,9 @@
 #include "frmTestNotiz.h"
 
 #include "app/mdlMessages.h"
-#include "app/mdlStart.h"
 #include "lang/TranslateForm.h"
 #include "print/mdlPrint.h"
+#include "workflow/mdlStart.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // frmMain: the record on screen and what the operator does with it - take and show the next record,
 // hand it over (OK), discard it (Verwerfen), and leave the program. The database side of each action
 // is the workflow module; this file moves values between the controls and the record in hand.
@@ -9,7 +10,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The options dialog: four tabs that edit the settings row zvbSys. "Bedienung" holds what the
 // operator tunes for himself (language, cursor placement, the F2 search, keys and hot keys);
 // "System" the workstation's identity, reports and backup; "Farben" the six field colours; "Pfade"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The four tabs of the options dialog: their controls with the German design texts, and which
 // zvbSys column each control edits. Control arrays carry their number in the property "index", so
 // their captions are translated as control(index).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The choice of this workstation's scanner among the devices SANE finds; the choice is kept in the
 // workstation's settings and used by every later scan.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The settings of one scanner, built from what the device offers: source (feeder or flatbed), mode,
 // bit depth, resolution and page size. The values the device accepts are kept for that device and
 // set again before every scan.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "Beleg zum Test": the dialog in which the operator puts the form on screen aside for the people
 // who tune the evaluation. It shows the record's image name (filled in by the main window) and takes
 // a note; OK copies the image and the note into the test folder, Cancel closes without a trace.

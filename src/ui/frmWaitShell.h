@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The wait window shown while the evaluation program runs: a line of text, nothing to press. It
 // cannot be closed while the program runs and takes the focus back when the operator clicks
 // elsewhere, so the main window waits behind it; it closes itself when the program has ended.

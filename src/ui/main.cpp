@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon: the correction workstation with its windows.
 
 #include "StartUp.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Full-screen display: the turned page scaled to fit, centred on black.
 #include "FullScreenView.h"
 

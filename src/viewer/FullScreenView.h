@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The whole page on the whole screen, with the field's mark, until the user ends it with Escape or
 // a mouse click. Unlike the viewer window it takes the keyboard while it is up (that is how Escape
 // reaches it), blocks input to the caller's windows, and hands activation back to the window that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Decoding through Qt's image readers (the TIFF plugin reads group 4, LZW, JPEG and plain pages;
 // a reader starts at the first page of a multi-page file).
 #include "PageCache.h"

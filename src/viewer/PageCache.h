@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The decoded first pages of the last image files shown. Moving from field to field of one record
 // asks for the same file again and again; it is decoded once and reused as long as the file keeps
 // its size and modification time.

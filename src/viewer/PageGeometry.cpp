@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The page-to-screen arithmetic.
 #include "PageGeometry.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where a page point lands on screen: the page is turned by quarter turns clockwise about its top
 // left corner, moved back into the positive quadrant and scaled by the zoom. Shared by the viewer
 // window and the full-screen view so that both turn and scale a page the same way.

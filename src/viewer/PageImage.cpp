@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Page conversion and the reduced copies.
 #include "PageImage.h"
 

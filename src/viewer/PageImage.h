@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A decoded scan page ready for painting: grey pages (bitonal ones included) as 8-bit grey, colour
 // pages as 32-bit RGB, plus reduced copies for zoomed-out views. The copies are made on first use
 // by averaging 2 x 2 blocks, which keeps thin strokes of bitonal text visible where plain sampling

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Page painting from the reduced copy that suits the zoom; inversion as a difference with white,
 // which needs no inverted copy of the page.
 #include "PagePainter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Painting of a page and of the field mark onto a widget. Only the part of the page inside the
 // area to repaint is touched, so scrolling a large colour page costs what the screen shows, not
 // what the page holds.

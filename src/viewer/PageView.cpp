@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Scroll bars hold the position in content pixels (the turned, zoomed page); everything else is
 // derived from them and from zoom and turn.
 #include "PageView.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scrolling page area of the viewer window: shows one page at one of the zoom steps, turned by
 // quarter turns and optionally inverted, with the current field's region framed. It never takes
 // the keyboard focus; the mouse pans (drag) and zooms (Ctrl + wheel).

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Window set-up: the page area over a one-line status (file, field, zoom, turn, inversion).
 #include "ViewerWindow.h"
 

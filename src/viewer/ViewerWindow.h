@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The viewer's top-level window, captioned "ZV-Beleg Image Viewer" (the caption by which the main
 // window finds it to raise it). It is shown without being activated and never accepts the
 // keyboard focus, so typing goes on in the caller's window while the page follows the fields.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The exported operations: each checks that it runs on the thread of a QApplication, turns its
 // arguments into Qt types and hands over to the one viewer window of the process. Nothing escapes
 // as an exception: a failure is logged under the category "zvbkor" and answered with 0.

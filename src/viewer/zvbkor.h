@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /* The image viewer library: a window captioned "ZV-Beleg Image Viewer" that shows the first page of
  * a TIFF file (bitonal, grey or colour) positioned on a field's region. It runs inside the calling
  * Qt Widgets application (a QApplication must exist; every call comes from its thread) and never

@@ -1,18 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
 // zvscan: the evaluation program. Reads the card on every scanned page (*.tif) of the scan folder
 // (Scan_Pfad) in name order, appends one result line per page to the import file (Import_Datei) and
 // moves each evaluated page into the image folder (APP_Bildpfad), so that no page is read twice and
 // the viewer finds it.
-//   zvscan [--home ORDNER] [/BENUTZER]
+//   zvscan [--home ORDNER] [/BENUTZER]   (--help, --version)
 // Settings of tarnvel.ini: [Beleg] Trenner (the result file's separator) and [Auswertung]
 // MinKonfidenz, the confidence (0..100) below which a character is written as unreadable.
 // Exit code 0 on success, 1 after a failure, which is written to the message log.
 #include "CardReader.h"
 #include "ResultBatch.h"
+#include "app/CommandLineTexts.h"
 #include "app/Home.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/ImageFiles.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -50,21 +53,57 @@ void limitOpenMp(char** argv) {
     ::execv("/proc/self/exe", argv);
 }
 
+// Reads the command line: prints the help or the version and ends, or refuses an unknown option or
+// argument with exit code 1. Returns the home folder given (empty: the default). A word starting
+// with '/' is the operator the scan sequence names (/BENUTZER) and is accepted without effect.
+QString homeFromCommandLine(const QStringList& arguments) {
+    installCommandLineTexts();
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QString::fromUtf8(
+        "\nzvscan: Auswertung gescannter EHIC-Belege. Liest jede Seite (*.tif) des Scanordners (Scan_Pfad)\n"
+        "in Namensfolge, hängt je Seite eine Ergebniszeile an die Importdatei (Import_Datei) an und\n"
+        "verschiebt die Seite in den Bildordner (APP_Bildpfad). Fehler stehen im Meldungsprotokoll.\n"
+        "Ohne --home gilt $VERIDON_HOME, sonst der Programmordner."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption home(QStringLiteral("home"), QStringLiteral("Home-Ordner"), QStringLiteral("ORDNER"));
+    parser.addOption(home);
+    parser.addPositionalArgument(QStringLiteral("/BENUTZER"), QStringLiteral("Bediener (ohne Wirkung)"),
+                                 QStringLiteral("[/BENUTZER]"));
+    QString refused;
+    if (!parser.parse(arguments))
+        refused = parser.errorText();
+    else
+        for (const QString& word : parser.positionalArguments())
+            if (!word.startsWith(QLatin1Char('/'))) {
+                refused = QStringLiteral("Unerwartetes Argument '%1'.").arg(word);
+                break;
+            }
+    if (!refused.isEmpty()) {
+        std::fprintf(stderr, "zvscan: %s (--help zeigt die Aufrufe)\n", qUtf8Printable(refused));
+        std::exit(1);
+    }
+    if (parser.isSet(QStringLiteral("help-all")))
+        parser.process(arguments); // prints Qt's options too and ends
+    if (parser.isSet(help)) {
+        std::fputs(qUtf8Printable(commandLineHelp(parser)), stdout);
+        std::exit(0);
+    }
+    if (parser.isSet(version)) {
+        std::printf("zvscan %s\n", VERIDON_VERSION);
+        std::exit(0);
+    }
+    return parser.value(home);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     limitOpenMp(argv);
     QCoreApplication app(argc, argv);
-    QString home;
-    const QStringList args = app.arguments().mid(1);
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        if (args[i] == QLatin1String("--home") && i + 1 < args.size())
-            home = args[++i];
-        else if (!args[i].startsWith(QLatin1Char('/'))) {
-            std::fprintf(stderr, "Aufruf: zvscan [--home ORDNER] [/BENUTZER]\n");
-            return 1;
-        }
-    }
+    QCoreApplication::setApplicationName(QStringLiteral("zvscan"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VERIDON_VERSION));
+    QString home = homeFromCommandLine(app.arguments());
     resolveHome(home);
 
     QString scanDir, importFile, imageDir, separator;

@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
 // The automatic import of master-data files at start: when a file is taken, how its lines become
 // rows, and what the operator is told about the counts.
 
 #include "HomeTest.h"
 #include "RecordRows.h"
-#include "admin/mdlAutoImport.h"
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/MasterData.h"
 #include "app/TextFile.h"
 #include "app/mdlDB.h"
+#include "workflow/mdlAutoImport.h"
 
 #include <QFile>
 #include <QSqlRecord>

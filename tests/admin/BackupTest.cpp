@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dated backup tree and the removal of old days.
 
 #include "HomeTest.h"
-#include "admin/mdlBackup.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 
 #include <QDir>

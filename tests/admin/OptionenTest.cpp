@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The procedures behind the options dialog: colour notation, the hot-key rule, the choice lists and
 // the write of the settings row.
 

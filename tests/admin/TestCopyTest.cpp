@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Putting a form aside for testing: the image and the note in the test folder, and the messages.
 
 #include "HomeTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The stored window rectangles and the rule that keeps a window's corner on the screen.
 
 #include "HomeTest.h"

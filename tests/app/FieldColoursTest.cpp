@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Status codes to field colours, and the colour texts of the settings.
 
 #include "app/FieldColours.h"

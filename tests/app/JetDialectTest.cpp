@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The Jet dialect as the master data and procedures use it, run on a real data.mdb.
 
 #include "app/JetDialect.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts by id and language, the message routine and the exact bytes of the message log.
 
 #include "HomeTest.h"

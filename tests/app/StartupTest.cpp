@@ -1,11 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
 // The start-up steps that need no window: the field colours, the once-a-day housekeeping on the
 // fixed test date (Sunday 15 November 2026, 10:30) and the order of the steps.
 
 #include "HomeTest.h"
 #include "app/Database.h"
 #include "app/mdlDB.h"
-#include "app/mdlStart.h"
 #include "model/FormModel.h"
+#include "workflow/mdlStart.h"
 
 #include <QDir>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading and writing the program's text files.
 
 #include "app/TextFile.h"

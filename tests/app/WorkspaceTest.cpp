@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
 // A new home as `init` makes it.
 
-#include "app/Workspace.h"
+#include "workflow/Workspace.h"
 #include "HomeTest.h"
 #include "app/ColumnInfo.h"
 #include "app/Database.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The look-up helpers, the settings row and tarnvel.ini on a real home.
 
 #include "app/mdlDB.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli check as an operator runs it on a home with stored records.
 
 #include "CliRun.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The check engine on stored records: a form is stored in zvbWerte, taken into the record in hand,
 // checked, and written back; the tests look at the result, the status string, Korrigiert and the
 // error text the operator would read.

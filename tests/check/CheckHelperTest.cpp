@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The check primitives, one table per primitive, with the boundary values an operator meets. Each
 // row names the primitive and the value when it fails.
 

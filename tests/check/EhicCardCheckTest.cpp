@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The card checks: each state's personal-number rule on its published examples and on the same
 // numbers with one character wrong, then EhicKarte and PersonenNr in the engine on a stored card -
 // the warning the operator reads, the field's warning code and a record that still counts as

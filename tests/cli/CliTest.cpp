@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli as a user runs it: exit codes, output and the files it leaves in a home.
 
 #include "CliRun.h"

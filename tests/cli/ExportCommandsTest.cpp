@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The export, auto-import and housekeeping commands as a script runs them.
 
 #include "CliRun.h"

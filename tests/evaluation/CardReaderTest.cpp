@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading rendered form pages with the real engine: the layout and the form's shift are found, the
 // card's lines read, a smudged character marked unreadable, and a page without a card still gives
 // its result line.

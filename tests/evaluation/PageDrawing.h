@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Form pages for the reading tests: the demo form drawn with given values, shifted on the sheet as
 // a sloppy feed does, smudged, and written as a group 4 TIFF the way the scanner stores it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the export leaves in the day's backup: copies of the XML files and images and one text line
 // per record in exp.txt, depending on the backup switches.
 

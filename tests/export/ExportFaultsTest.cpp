@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The export under faults: hostile image names, writes that fail part-way, and records that an
 // interrupted pass left behind. Whatever happens, a record is handed over exactly once or is still
 // waiting, and nothing is removed before its copies are on disk.
@@ -7,7 +8,7 @@
 #include "app/TextFile.h"
 #include "export/ExportBatch.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 namespace {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A home with a hand-over template of the tests' own, records to export and their image files.
 #pragma once
 

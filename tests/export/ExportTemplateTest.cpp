@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text rules of the hand-over that a whole export does not reach easily.
 
 #include "export/ExportTemplate.h"

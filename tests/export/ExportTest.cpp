@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The export pass as the receiving side and the operator see it: the XML files it writes from the
 // home's template, which records it takes, and what happens when it cannot write.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli export killed with SIGKILL at random instants while it hands over a few thousand
 // records. A receiver takes every XML file away as soon as it appears, as the receiving side does,
 // so a record handed over twice shows as a second file of the same name. After every kill: each

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli export onto a disk that fills up: a small tmpfs as the export folder (mounting needs
 // root; elsewhere the test is skipped with a message). The command must say so and exit 1; the
 // records it could not hand over keep their state and images, and no empty or cut XML file is left

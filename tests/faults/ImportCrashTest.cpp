@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli import killed with SIGKILL at random instants, as a power cut or an operator's
 // kill -9 would stop it. After every kill and after the recovery run that follows it: no line is
 // imported twice or lost, the result file is still there as itself (under its name, as the

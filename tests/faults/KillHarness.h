@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Kills the built veridon-cli with SIGKILL at random moments of its work, so a test can look at
 // what a crash or a power cut in the middle of a batch leaves behind and at what the next run makes
 // of it. The moments are drawn from a seeded generator (VERIDON_KILL_SEED picks another seed; the

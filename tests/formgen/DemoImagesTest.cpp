@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The demo form pages: every value lies inside its field's region, and the committed images that
 // `init --demo` installs are the generator's current output, stored as group 4 scans at 200 dpi.
 #include "DemoForms.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The drawing positions of the demo form against the field definitions a new home loads: each of
 // the ten form fields has the region where the form generator draws its value, in both layouts,
 // and the two layouts are told apart at a glance.

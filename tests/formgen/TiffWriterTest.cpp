@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Pages written by the TIFF writer read back as they were: one file with a bitonal, a grey and a
 // colour page keeps all three, in order, with group 4 for the bitonal one.
 #include "TiffWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The clean-up: raw card lines as a reader returns them, mapped into the form's fields for both
 // layouts, with the line helpers and the replacement rules on their own.
 

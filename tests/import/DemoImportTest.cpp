@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The demo: its result file is what the generator makes of the demo forms, and importing it gives
 // the records a new user sees, most of them clean and two with a "?" for the operator.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The import file's way: separator, temporary file, backup copy, a stale temporary file, a file
 // that cannot be moved, and what stays when the clean-up or the import itself fails.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A home with master data and a result file to import: writes the file as the evaluation program
 // does (Windows-1252, CR LF), sets the separator in tarnvel.ini and reads back rows and the log.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From a line to a row: positional filling, empty and short lines, escape codes, the ";" rule, the
 // cuts to column size and field length, and the replacement rules.
 

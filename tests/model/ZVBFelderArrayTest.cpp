@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Field definitions asked by name, on the master data of a new home.
 
 #include "model/ZVBFelderArray.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The record in hand: filled from a row, changed by name, written back by type.
 
 #include "model/ZVBWerteArray.h"

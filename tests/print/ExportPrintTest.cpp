@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The export pass with printing: the report question comes once per record, inside printing, the
 // record is marked exported before it is printed, and a failed print does not keep it back.
 

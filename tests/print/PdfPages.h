@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading printed reports back: the PDF files of the PDF back end, through poppler's command-line
 // tools, as a person checking a printout would (page size, words and where they stand, fonts).
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The print command for the record on screen: refused while a field fails, otherwise the record is
 // stored as it stands on screen and printed, and its workflow state stays.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A home whose reports print into PDF files in "berichte/", with a scripted report-choice answer.
 #pragma once
 

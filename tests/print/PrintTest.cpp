@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which report a record gets and what its printed pages look like, read back from the PDF files.
 
 #include "PrintFixture.h"

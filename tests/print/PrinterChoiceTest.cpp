@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which printer a report goes to, and what the operator and the log learn when there is none.
 
 #include "PrintFixture.h"

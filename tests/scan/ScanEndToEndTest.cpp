@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Paper to record with every real part: a drawn demo form "scanned" by SANE's pnm device, read by
 // the evaluation program zvscan, imported and cleaned up into the form's fields.
 #include "ScanFixture.h"

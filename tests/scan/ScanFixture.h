@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Scan tests run on SANE's virtual devices through the demo's private SANE configuration, and
 // evaluate with a stand-in for the evaluation program: a script in the home that writes one result
 // line per scanned page and moves the page to the image folder, as the real program does.

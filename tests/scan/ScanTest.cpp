@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scan sequence on SANE's virtual devices: names of scanned pages, the feeder's pages as
 // group 4 TIFFs, device faults that keep what was scanned, a real image through the pnm device, and
 // the command line without a scanner.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scan tests wait for the evaluation program in an event loop, which needs an application
 // object; no display is involved.
 #include <QCoreApplication>

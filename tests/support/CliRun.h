@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the built veridon-cli as a separate process and collects what it printed.
 #pragma once
 

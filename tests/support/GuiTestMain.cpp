@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The main of every test program that needs windows, fonts or painting: a QApplication on Qt's
 // offscreen platform around GoogleTest.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Base fixture for tests on a home: a fresh home with master data, a scripted presenter and a clock
 // fixed at Sunday 15 November 2026, 10:30.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lets GoogleTest print Qt texts readably in failure messages.
 #pragma once
 

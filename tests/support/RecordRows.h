@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rows of zvbWerte for tests: the eight demo forms with their clean values, and an insert of any
 // set of columns. Header-only so that each test folder can use it without a library of its own.
 #pragma once

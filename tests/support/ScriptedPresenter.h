@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A message presenter for tests: records every message and answers from a queue. Installed for its
 // lifetime.
 #pragma once

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "TempHome.h"
 
 #include "app/Database.h"
 #include "app/Home.h"
 #include "app/PoolConnection.h"
-#include "app/Workspace.h"
+#include "workflow/Workspace.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A complete home in a temporary folder, made as `veridon-cli init` makes it, and removed at the end.
 // When the test program runs as a pool variant ($VERIDON_TEST_POOL names the throwaway server's
 // folder), every home with content is joined to a fresh pool database on that server instead, as

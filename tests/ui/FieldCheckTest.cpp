@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks on screen: a field is checked when it is left and takes the colour of its status; the
 // record is checked when it is shown; F2 finds fields by "?" or by the error colour as
 // F2_WasSuchen says.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Handing records over from the main window: OK with errors, OK on a clean record (saved as handed
 // over and exported), and F2 at the end of a record, up to a walk through a whole batch.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scanned page beside the form: which field's region the viewer shows, and the cases in which
 // it must not appear at all (display switched off, a path-like image name, a missing file).
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The form's keyboard, key by key as the operator presses them: F2 and Shift+F2 to the faulty
 // fields, cursor placement, Escape, Enter like Tab, F3, overwrite mode, the pad's decimal key and
 // the configured hot keys.

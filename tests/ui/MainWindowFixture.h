@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The main window on a temporary home with the demo forms waiting in the pool, driven by real key
 // events on its window as an operator's keyboard would send them.
 #pragma once

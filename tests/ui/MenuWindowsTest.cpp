@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the main window's menus open for the record on screen: the test copy dialog with its image
 // name, and the printing of the record's report.
 

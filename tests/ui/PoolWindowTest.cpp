@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The main window of a workstation whose pool server drops its connection while a record is on
 // screen. Runs in the pool variant of this program (on the throwaway server); elsewhere it skips.
 

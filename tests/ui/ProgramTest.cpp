@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The veridon program as a whole, started as the operator starts it: one copy per home.
 
 #include "HomeTest.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scan button on the main window with SANE's virtual feeder and a slow stand-in evaluation:
 // the scan controls are off while pages come in, the wait window stays up (and cannot be closed)
 // while the evaluation runs, and the first scanned record is on screen afterwards.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pieces of the windows program's start: the database check of the start-up window, one copy
 // per home, the message boxes and the progress in the status bar.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The record workflow through the main window's buttons and menus: discarding, leaving the program,
 // the empty form and the display toggles that are stored at once.
 

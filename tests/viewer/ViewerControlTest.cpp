@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Working the shown page: the numeric-pad scroll codes, the zoom steps, quarter turns, inversion
 // and the ways out of the full-screen view, each checked on what the viewer shows.
 #include "ViewerPages.h"

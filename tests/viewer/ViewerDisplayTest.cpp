@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Showing a page: the region is in view and framed on bitonal, grey and colour scans, offsets shift
 // it, other fields of the same file are reached without reading the file again, the first page of
 // a multi-page file is the one shown, and files that cannot be shown leave the viewer as it was.

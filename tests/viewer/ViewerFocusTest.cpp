@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The viewer never takes the keyboard from the caller's window: typing goes on in the form while
 // the viewer opens, follows fields, scrolls, zooms, turns and inverts; the full-screen view takes
 // it until Escape, and then the form is active again.

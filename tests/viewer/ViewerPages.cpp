@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Page generation and window probing for the viewer tests.
 #include "ViewerPages.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Test pages for the viewer and what the tests look at: A4 scan pages with solid blocks where
 // fields would be, written as TIFF like a scanner writes them, and the viewer's windows found by
 // their captions and grabbed as the user would see them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The error list, the test-copy dialog and the about window as the operator uses them.
 
 #include "WindowTexts.h"

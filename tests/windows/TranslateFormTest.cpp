@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Translation of windows: the keys of captions, text boxes, control arrays, tab pages, list entries
 // and tool tips, the design texts where no translation exists, and one statement per window.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Windows reopen where they were closed, stay reachable on the screen, and a minimised window does
 // not overwrite its place.
 

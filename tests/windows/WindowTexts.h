@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a window shows as text, gathered the way an operator would read it, and a fixture for tests
 // of windows on a temporary home.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The options dialog on a real home: what it shows, what OK writes into zvbSys, the hot-key rule,
 // the colour and folder pickers, the /admin switch and the language switch.
 

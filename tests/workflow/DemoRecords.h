@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Records of zvbWerte for tests, made from the demo forms (data/demo/forms.tsv): the eight clean
 // EHIC forms an operator would see after an import, each waiting for correction.
 #pragma once

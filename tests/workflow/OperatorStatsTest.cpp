@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Operator statistics: a morning's work through the real hand-over and discard counts into the
 // day's stats file; a locked or unwritable file or backup switched off never stops the work; the
 // command line shows the figures of the days asked for.
@@ -9,7 +10,7 @@
 #include "app/Database.h"
 #include "app/TextFile.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QDir>
 #include <QFileInfo>

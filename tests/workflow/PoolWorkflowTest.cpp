@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Several workstations on one shared pool: joining it, where each table lives, taking records at
 // the same moment from separate processes, and the server dropping a workstation's connection.
 // Runs in the pool variant of this program (on the throwaway server); elsewhere it says so and skips.
@@ -10,7 +11,7 @@
 #include "app/PoolRouting.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QDateTime>
 #include <QDirIterator>

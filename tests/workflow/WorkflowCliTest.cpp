@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-cli next, discard and accept as an operator without a display uses them.
 
 #include "CliRun.h"

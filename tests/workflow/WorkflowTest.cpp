@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The record workflow on a real data.mdb: which workstation holds which record, saving with a
 // state, discarding with the image rules, and leaving the program.
 
@@ -7,7 +8,7 @@
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
 #include "model/ImageFiles.h"
-#include "model/mdlWorkflow.h"
+#include "workflow/mdlWorkflow.h"
 
 #include <QFileInfo>
 #include <QSet>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The evaluation program end to end: form pages in the scan folder, `zvscan`, `veridon-cli import`,
 // and the fields in the database compared with what the cards carry; names of six alphabets must
 // arrive intact. A run that cannot write its result leaves the pages where they were.
@@ -84,6 +85,31 @@ TEST_F(ZvscanTest, UnwritableResultLeavesThePagesAndIsLogged) {
     EXPECT_TRUE(QFileInfo::exists(home_.path("scan/31903001.tif")));
     EXPECT_TRUE(QDir(home_.path("images")).entryList(QDir::Files).isEmpty());
     EXPECT_TRUE(home_.readFile("zvMsgLog.txt").contains("zvscan;Zwischendatei"));
+}
+
+// The command line: help and version answer without a home, the operator word of the scan sequence
+// is accepted, anything else is refused before a page is touched.
+TEST_F(ZvscanTest, CommandLineAnswersHelpAndVersionAndRefusesTheUnknown) {
+    scanPage("31904001.tif", {4, 0, 0, "AT", "Huber", "Maria"});
+    const struct {
+        QStringList args;
+        int exit;
+        QString output;
+    } cases[] = {
+        {{"--version"}, 0, "zvscan " VERIDON_VERSION "\n"},
+        {{"--help"}, 0, "Aufruf: zvscan [Optionen] [/BENUTZER]"},
+        {{"--home", home_.dir(), "--scharf"}, 1, "zvscan: Unbekannte Option 'scharf'."},
+        {{"--home", home_.dir(), "SCHMIDT"}, 1, "zvscan: Unerwartetes Argument 'SCHMIDT'."},
+    };
+    for (const auto& c : cases) {
+        QString output;
+        EXPECT_EQ(run(ZVSCAN, c.args, &output), c.exit) << output.toStdString();
+        EXPECT_TRUE(output.contains(c.output)) << output.toStdString();
+    }
+    EXPECT_TRUE(QFileInfo::exists(home_.path("scan/31904001.tif")));
+    QString output;
+    EXPECT_EQ(run(ZVSCAN, {"--home", home_.dir(), "/USER"}, &output), 0) << output.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(home_.path("scan/31904001.tif")));
 }
 
 } // namespace

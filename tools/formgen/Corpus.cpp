@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Identities and degradations of the test corpus. The name lists are short on purpose: a few
 // common names per state, with the letters that state's alphabet adds to the Latin one.
 #include "Corpus.h"

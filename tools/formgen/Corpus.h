@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The test corpus: forms of made-up but realistic card holders from every EU/EEA state and
 // Switzerland, drawn on both layouts and then spoilt the way scanners and photocopiers spoil them.
 // One seed gives the same corpus every time, so accuracy figures can be compared between versions.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The demo forms: one row per form in data/demo/forms.tsv, with the image name, the layout and the
 // clean values that the generated image carries.
 #pragma once

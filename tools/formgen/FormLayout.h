@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the two printed versions (layouts 4 and 5) of the demo form put the card and each field's
 // value. The form generator draws from these tables and nothing else, and the field definitions'
 // coordinate columns (T4_x .. T5_dy of ZVBFelder) must carry the same numbers, so that the image

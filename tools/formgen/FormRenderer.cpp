@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Painting of the demo form. The page is drawn in grey with smooth type and then cut to black and
 // white at the middle grey, which gives the look of a bitonal scan.
 #include "FormRenderer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Draws a demo form page: an A4 sheet at 200 dpi with heading, instructions, signature line, the
 // receipt stamp and a copy of the health insurance card, every field value in its region of the
 // layout (FormLayout.h). Needs a QGuiApplication for the fonts.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // TIFF output through libtiff: one directory per page, group 4 for bitonal pages.
 #include "TiffWriter.h"
 

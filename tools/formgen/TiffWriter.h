@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes pages as TIFF the way a document scanner stores them: bitonal pages as CCITT group 4
 // (about 50 KB for an A4 page at 200 dpi), grey and colour pages LZW-compressed, several pages in
 // one file when given several. Qt's own TIFF writer cannot do group 4 or more than one page.

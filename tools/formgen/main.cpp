@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // formgen: renders the demo form images from the demo form list, one bitonal group 4 TIFF per
 // form, named after its BMPName. The committed images under data/demo/home/images come from here;
 // run it again after changing the layout or the list.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // veridon-reportforms: draws the bitmap templates of the demo reports. Every value position of
 // data/tables/sysReportFields.tsv gets a labelled box exactly where the report prints the value, so
 // templates and master data cannot drift apart. The page is the printable area of an A4 sheet with

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the evaluation program reads off an EHIC card: the card's printed lines for both layouts,
 // the reading errors a real reader makes on them, and the result line it writes. Used to make the
 // demo result file from data/demo/forms.tsv and the benchmark's large files.

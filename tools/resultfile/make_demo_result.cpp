@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // make-demo-result: writes the demo's evaluation result file from the demo forms, as the evaluation
 // program would read their cards, reading errors included.
 //   make-demo-result data/demo/forms.tsv data/demo/home/import/zvscan.txt

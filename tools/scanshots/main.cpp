@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // scanshots: pictures of the scanning windows for the README - the wait window while the
 // evaluation runs, and the settings dialog of SANE's virtual feeder as the workstation prepares it
 // for a scan. Run under a display (scripts/screenshot uses Xvfb) with SANE_CONFIG_DIR pointing at

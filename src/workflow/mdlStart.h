@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
 // The head-less steps of start-up, shared by the windows program and the command line: the field
 // definitions and the empty record, the six field colours, the daily housekeeping, the finishing of
 // an export that a crash interrupted and the automatic import of system tables, in this order. Whatever shows windows
 // (the single-instance check, the database path check, the main window) stays with the windows program.
 #pragma once
 
-#include "FieldColours.h"
+#include "app/FieldColours.h"
 
 // The program-wide field colours, loaded by LoadColours (the defaults until then).
 FieldColours& ProgramColours();

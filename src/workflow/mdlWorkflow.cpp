@@ -1,16 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mdlWorkflow.h"
 
-#include "FormModel.h"
-#include "ImageFiles.h"
 #include "admin/OperatorStats.h"
-#include "admin/mdlBackup.h"
 #include "app/CheckedFile.h"
 #include "app/Database.h"
 #include "app/PoolConnection.h"
+#include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
 #include "export/mdlExport.h"
+#include "model/FormModel.h"
+#include "model/ImageFiles.h"
 
 #include <QDir>
 #include <QFile>

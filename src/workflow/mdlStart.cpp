@@ -1,14 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "mdlStart.h"
 
-#include "Clock.h"
-#include "Database.h"
-#include "mdlDB.h"
-#include "mdlMessages.h"
+#include "app/Clock.h"
+#include "app/Database.h"
+#include "app/mdlDB.h"
+#include "app/mdlMessages.h"
 
-#include "admin/mdlAutoImport.h"
-#include "admin/mdlBackup.h"
+#include "app/mdlBackup.h"
 #include "export/mdlExport.h"
 #include "model/FormModel.h"
+#include "workflow/mdlAutoImport.h"
 
 namespace {
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The automatic import of system tables at start: master-data files registered in zvbAutoImport
 // replace their table's rows whenever the file is newer than the version imported last; counts that
 // changed suspiciously are pointed out, and after any change every stored record is checked again

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pass over the registry of master-data files. Each file's import runs as one batch (the rows
 // of a large table go in quickly, and a crash leaves the old rows), committed before the count
 // judgement is shown, so no message box ever waits while the database is locked for writing.

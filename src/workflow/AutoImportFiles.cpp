@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading master-data files into a table: the delimited and the fixed-width format. Both keep the
 // old format's quirks, which the files delivered so far rely on (a separator inside text delimiters
 // still splits; an empty line ends a fixed-width file), and both refuse a value that does not fit

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Batch work that keeps what it did: the body runs in one transaction (fast, and a crash leaves the
 // database as before), and when the body fails the rows written so far are committed before the
 // failure goes on to be reported, as every reported failure keeps the earlier changes.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Creating a complete home: data.mdb with schema and master data, tarnvel.ini, default.xml, report
 // bitmaps and the working folders; with demo, also sample forms and an evaluation result file.
 #pragma once

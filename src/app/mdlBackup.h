@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The dated backup tree: <Backup_Pfad>/<yymmdd>/<kind>/ for imported result files, exported files
 // and images that leave the working area, and the removal of old days at start-up.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The record workflow shared by the main window and the command line: which workstation holds which
 // record of zvbWerte (Workflow_Status, Workflow_KorrID), taking the next waiting record, saving it
 // with a new state, handing it over and discarding it with its image. Every procedure reports its

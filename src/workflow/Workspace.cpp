@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "Workspace.h"
 
-#include "Database.h"
-#include "Home.h"
-#include "JetDialectPg.h"
-#include "MasterData.h"
-#include "PoolConnection.h"
-#include "PoolRouting.h"
-#include "TextFile.h"
-#include "mdlDB.h"
+#include "app/Database.h"
+#include "app/Home.h"
+#include "app/JetDialectPg.h"
+#include "app/MasterData.h"
+#include "app/PoolConnection.h"
+#include "app/PoolRouting.h"
+#include "app/TextFile.h"
+#include "app/mdlDB.h"
 #include "model/Schema.h"
 
 #include <QDir>
