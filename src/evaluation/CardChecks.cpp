@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The card rules. Texts are compared with the escape "\f" counted as one unknown character.
 #include "CardChecks.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the card's own rules say about a reading: the state code and the card number's prefix ("80"
 // and the state's ISO 3166 numeric code) must agree, names and institutions of a state are written
 // in its alphabet, dates are calendar dates. A character the rules contradict is written as the

@@ -2,7 +2,8 @@
 // Reading a page. The card's outline is a rounded frame whose top edge is the first long straight
 // run of ink on the page (the form's other rules are half as long); where it lies tells the layout
 // and the shift. The regions are then read one by one as single lines, the characters narrowed
-// where the layout fixes them.
+// where the layout fixes them, each a second time enlarged from the grey page; the card's rules
+// (CardChecks) judge the result.
 #include "CardReader.h"
 
 #include "CardChecks.h"
@@ -154,8 +155,8 @@ bool possibleInName(const QString& symbol) {
 constexpr double secondScale = 1.5;
 
 // The two reads of one part merged: a character both read alike stands (two reads at different
-// grains rarely make the same mistake); where they differ, it is doubtful. Reads of different lengths cannot be set side by side:
-// the first stands.
+// grains rarely make the same mistake); where they differ, it is doubtful. Reads of different
+// lengths cannot be set side by side: the first stands, judged by its confidences.
 template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& second) {
     if (first.size() != second.size())
         return first;

@@ -55,7 +55,10 @@ private:
         QString text;
         float confidence;
     };
+    // Reads the image and rectangle set on the engine as one line; scale: the image's enlargement
+    // against the page at 200 dpi.
     std::vector<Symbol> recognise(Content content, double scale);
+    // The symbols as the result file takes them, doubtful ones as "\f".
     QString written(const std::vector<Symbol>& symbols, Content content) const;
     QString escaped(const QString& symbol) const;
 

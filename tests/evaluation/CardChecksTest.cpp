@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The card's rules applied to readings as the engine gives them: the state code and the card
 // number's prefix repair or question each other, letters foreign to the state's alphabet are
 // questioned, the state's own spelling wins over look-alike letters, and dates keep their shape.
