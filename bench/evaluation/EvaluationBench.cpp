@@ -94,6 +94,11 @@ Figures measure(const QString& corpus, const QList<DemoForm>& truth, const QStri
         std::fprintf(stderr, "zvscan ist gescheitert\n");
     f.wallSeconds = clock.elapsed() / 1000.0;
     f.cpuSeconds = childCpuSeconds() - cpuBefore;
+    if (qEnvironmentVariableIsSet("BENCH_SHOW"))
+        QFile::copy(
+            home.filePath(QStringLiteral("import/zvscan.txt")),
+            QDir::temp().filePath(
+                QStringLiteral("zvscan-%1.txt").arg(threshold.isEmpty() ? QStringLiteral("default") : threshold)));
     if (!run(QStringLiteral(VERIDON_CLI), {QStringLiteral("--home"), home.path(), QStringLiteral("import"),
                                            home.filePath(QStringLiteral("import/zvscan.txt"))}))
         std::fprintf(stderr, "der Import ist gescheitert\n");

@@ -15,7 +15,7 @@ struct Region {
 };
 
 // What a region may hold: the reader narrows the characters it considers accordingly.
-enum class Content { Text, Name, StateCode, Digits, Date, ReceiptDate, Heading };
+enum class Content { Text, Name, StateCode, CardNumber, Date, ReceiptDate, Heading };
 
 // One printed part of a card line.
 struct LinePart {

@@ -2,9 +2,11 @@
 // Reading a page. The card's outline is a rounded frame whose top edge is the first long straight
 // run of ink on the page (the form's other rules are half as long); where it lies tells the layout
 // and the shift. The regions are then read one by one as single lines, the characters narrowed
-// where the layout fixes them.
+// where the layout fixes them, each a second time enlarged from the grey page; the card's rules
+// (CardChecks) judge the result.
 #include "CardReader.h"
 
+#include "CardChecks.h"
 #include "CardLayouts.h"
 
 #include <leptonica/allheaders.h>
@@ -122,7 +124,7 @@ Edge findCard(Pix* bitonal) {
 
 const char* whitelistOf(Content content) {
     switch (content) {
-    case Content::Digits:
+    case Content::CardNumber:
         return "0123456789";
     case Content::Date:
         return "0123456789/";
@@ -147,6 +149,21 @@ bool possibleInName(const QString& symbol) {
             c != QChar(0x2019))
             return false;
     return true;
+}
+
+// The second read's enlargement.
+constexpr double secondScale = 1.5;
+
+// The two reads of one part merged: a character both read alike stands (two reads at different
+// grains rarely make the same mistake); where they differ, it is doubtful. Reads of different
+// lengths cannot be set side by side: the first stands, judged by its confidences.
+template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& second) {
+    if (first.size() != second.size())
+        return first;
+    Symbols out = first;
+    for (size_t i = 0; i < out.size(); ++i)
+        out[i].confidence = out[i].text == second[i].text ? 100.0f : -1.0f;
+    return out;
 }
 
 } // namespace
@@ -181,16 +198,15 @@ QString CardReader::escaped(const QString& symbol) const {
     return symbol;
 }
 
-QString CardReader::readRegion(int x, int y, int dx, int dy, Content content) {
+std::vector<CardReader::Symbol> CardReader::recognise(Content content, double scale) {
     api_->SetVariable("tessedit_char_whitelist", whitelistOf(content));
-    api_->SetRectangle(x, y, dx, dy);
+    std::vector<Symbol> symbols;
     if (api_->Recognize(nullptr) != 0)
-        return {};
-    QString text;
-    int lastRight = -1;
+        return symbols;
     std::unique_ptr<tesseract::ResultIterator> it(api_->GetIterator());
     if (!it)
-        return {};
+        return symbols;
+    int lastRight = -1;
     do {
         std::unique_ptr<char[]> symbol(it->GetUTF8Text(tesseract::RIL_SYMBOL));
         if (!symbol)
@@ -201,16 +217,22 @@ QString CardReader::readRegion(int x, int y, int dx, int dy, Content content) {
         // glues "1 -" into one word).
         int left = 0, top = 0, right = 0, bottom = 0;
         it->BoundingBox(tesseract::RIL_SYMBOL, &left, &top, &right, &bottom);
-        if (lastRight >= 0 && left - lastRight > maxWordGap)
+        if (lastRight >= 0 && left - lastRight > maxWordGap * scale)
             break;
-        if (!text.isEmpty() && (it->IsAtBeginningOf(tesseract::RIL_WORD) || left - lastRight >= minBlank))
-            text += QLatin1Char(' ');
+        if (!symbols.empty() && (it->IsAtBeginningOf(tesseract::RIL_WORD) || left - lastRight >= minBlank * scale))
+            symbols.push_back({QStringLiteral(" "), 100.0f});
         lastRight = right;
-        const QString s = QString::fromUtf8(symbol.get());
-        const bool doubtful =
-            it->Confidence(tesseract::RIL_SYMBOL) < minConfidence_ || (content == Content::Name && !possibleInName(s));
-        text += doubtful ? QStringLiteral("\\f") : escaped(s);
+        symbols.push_back({QString::fromUtf8(symbol.get()), it->Confidence(tesseract::RIL_SYMBOL)});
     } while (it->Next(tesseract::RIL_SYMBOL));
+    return symbols;
+}
+
+QString CardReader::written(const std::vector<Symbol>& symbols, Content content) const {
+    QString text;
+    for (const Symbol& s : symbols) {
+        const bool doubtful = s.confidence < minConfidence_ || (content == Content::Name && !possibleInName(s.text));
+        text += doubtful ? QStringLiteral("\\f") : escaped(s.text);
+    }
     return text;
 }
 
@@ -244,17 +266,54 @@ PageReading CardReader::readPage(const QString& path) {
     api_->SetPageSegMode(tesseract::PSM_SINGLE_LINE);
     api_->SetImage(clean.get());
     api_->SetSourceResolution(pageDpi);
-    const auto read = [&](const Region& r, Content content) {
-        return readRegion(r.x + reading.offsetX, r.y + reading.offsetY, r.dx, r.dy, content);
+    const auto shifted = [&](const Region& r) {
+        return Region{r.x + reading.offsetX, r.y + reading.offsetY, r.dx, r.dy};
     };
-    for (const CardLine& line : layout->lines) {
-        QStringList parts;
+    const auto readOnPage = [&](const Region& r, Content content) {
+        const Region at = shifted(r);
+        api_->SetRectangle(at.x, at.y, at.dx, at.dy);
+        return recognise(content, 1.0);
+    };
+    std::vector<std::pair<const LinePart*, std::vector<Symbol>>> firstReads;
+    for (const CardLine& line : layout->lines)
         for (const LinePart& part : line)
-            parts << read(part.region, part.content);
-        reading.lines << parts.join(QStringLiteral("      "));
-    }
-    const QString stamp = read(layout->receiptDate, Content::ReceiptDate);
+            firstReads.emplace_back(&part, readOnPage(part.region, part.content));
+    const QString stamp = written(readOnPage(layout->receiptDate, Content::ReceiptDate), Content::ReceiptDate);
     reading.receiptDate = QDate::fromString(stamp, QStringLiteral("dd.MM.yyyy"));
+
+    // A second read of each part, enlarged from the grey page and cut anew, sees the strokes at
+    // another grain: where the two reads differ, neither is trusted.
+    std::vector<ReadPart> parts;
+    for (auto& [part, first] : firstReads) {
+        if (minConfidence_ > 0) {
+            const Region at = shifted(part->region);
+            BOX* box = boxCreate(at.x, at.y, at.dx, at.dy);
+            PixPtr clip(pixClipRectangle(page.get(), box, nullptr));
+            boxDestroy(&box);
+            PixPtr large(clip ? pixScaleGrayLI(clip.get(), secondScale, secondScale) : nullptr);
+            PixPtr cut(large ? pixConvertTo1(large.get(), 128) : nullptr);
+            if (cut) {
+                api_->SetImage(cut.get());
+                api_->SetSourceResolution(int(pageDpi * secondScale));
+                first = agreed(first, recognise(part->content, secondScale));
+            }
+        }
+        parts.push_back({part->content, written(first, part->content)});
+    }
+    // All parts are read before any is judged: the card's rules tie the state code, the card
+    // number and the names together.
+    std::vector<ReadPart*> all;
+    for (ReadPart& part : parts)
+        all.push_back(&part);
+    if (minConfidence_ > 0)
+        checkCard(all);
+    size_t next = 0;
+    for (const CardLine& line : layout->lines) {
+        QStringList texts;
+        for (size_t i = 0; i < line.size(); ++i)
+            texts << parts[next++].text;
+        reading.lines << texts.join(QStringLiteral("      "));
+    }
     api_->Clear();
     return reading;
 }

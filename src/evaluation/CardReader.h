@@ -13,6 +13,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <vector>
 
 namespace tesseract {
 class TessBaseAPI;
@@ -49,7 +50,16 @@ public:
     PageReading readPage(const QString& path);
 
 private:
-    QString readRegion(int x, int y, int dx, int dy, Content content);
+    // One character as the engine read it; a blank between words has confidence 100.
+    struct Symbol {
+        QString text;
+        float confidence;
+    };
+    // Reads the image and rectangle set on the engine as one line; scale: the image's enlargement
+    // against the page at 200 dpi.
+    std::vector<Symbol> recognise(Content content, double scale);
+    // The symbols as the result file takes them, doubtful ones as "\f".
+    QString written(const std::vector<Symbol>& symbols, Content content) const;
     QString escaped(const QString& symbol) const;
 
     std::unique_ptr<tesseract::TessBaseAPI> api_;
