@@ -10,6 +10,13 @@
 #include <QPainter>
 #include <QRect>
 
+// A card number as the state issues it: "80", the state's ISO 3166-1 numeric code, then the serial.
+inline QString cardNumberOf(const QString& state) {
+    static const QHash<QString, QString> codes{{"AT", "040"}, {"CZ", "203"}, {"DE", "276"}, {"HU", "348"},
+                                               {"IS", "352"}, {"PL", "616"}, {"RO", "642"}};
+    return "80" + codes.value(state, "616") + "000000012345678";
+}
+
 // The values of a card; dates as DD.MM.YYYY.
 inline QHash<QString, QString> cardValues(const QString& state, const QString& surname, const QString& given) {
     return {{"SCANDAT", "15.11.2026"},
@@ -20,7 +27,7 @@ inline QHash<QString, QString> cardValues(const QString& state, const QString& s
             {"GEBDAT", "03.07.1961"},
             {"PERSONAL_ID", "7801012345"},
             {"INSTITUT_ID", "0110 - NFZ Warszawa"},
-            {"CARD_ID", "80616000000012345678"},
+            {"CARD_ID", cardNumberOf(state)},
             {"CARD_EXPIRY", "31.03.2027"}};
 }
 
