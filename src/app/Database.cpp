@@ -362,6 +362,10 @@ QString skipLockedClause(const QString& jetSql) {
                                                                           : QString();
 }
 
+QString forUpdateClause(const QString& jetSql) {
+    return storeOfStatement(jetSql) == TableStore::Pool && homeUsesPool() ? QStringLiteral(" FOR UPDATE") : QString();
+}
+
 QString sqlQuote(const QString& text) {
     QString quoted = text;
     quoted.replace(QLatin1Char('\''), QLatin1String("''"));

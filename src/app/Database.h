@@ -86,6 +86,12 @@ QSqlQuery execPoolSql(const QString& sql);
 // this one holds until its transaction ends. data.mdb has one writer at a time and needs none.
 QString skipLockedClause(const QString& jetSql);
 
+// " FOR UPDATE" when jetSql runs on the pool server, else "". Appended to a SELECT whose rows are
+// read, changed and written back inside a transaction, it waits for any other workstation that
+// holds them and reads them only after its change is committed, so that change is not written
+// over. On data.mdb the transaction's write lock already does this.
+QString forUpdateClause(const QString& jetSql);
+
 // A text as an SQL string literal: in apostrophes, embedded apostrophes doubled. Every text that
 // comes from data, a file or the operator goes into SQL through this or a bound value.
 QString sqlQuote(const QString& text);

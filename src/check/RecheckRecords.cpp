@@ -9,9 +9,11 @@
 
 int recheckRecords(qint32 lfdNr, const std::function<void(const RecheckedRecord&)>& onRecord) {
     const QString select = QStringLiteral("SELECT * FROM %1").arg(GetValuesTable());
+    // Each record is written back whole: it is read only once no other workstation is changing it.
+    const QString locked = forUpdateClause(select);
     Transaction transaction;
-    QSqlQuery rows = lfdNr < 0 ? execSql(select + QStringLiteral(" ORDER BY LfdNr"))
-                               : execSql(select + QStringLiteral(" WHERE LfdNr=?"), {lfdNr});
+    QSqlQuery rows = lfdNr < 0 ? execSql(select + QStringLiteral(" ORDER BY LfdNr") + locked)
+                               : execSql(select + QStringLiteral(" WHERE LfdNr=?") + locked, {lfdNr});
     int checked = 0;
     ZVBWerteArray& werte = WerteArray();
     while (rows.next()) {

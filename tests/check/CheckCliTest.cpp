@@ -4,10 +4,12 @@
 #include "CliRun.h"
 #include "TempHome.h"
 #include "app/Database.h"
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 
 #include <QProcess>
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -67,20 +69,38 @@ TEST(CheckCommand, an_unknown_record_or_argument_is_refused) {
     EXPECT_TRUE(wrong.err.contains("alle"));
 }
 
-// A second workstation writes while check all starts: it holds the write lock and commits a change
-// a moment later. The check waits for the lock and stores every result instead of failing half
-// way; when the results cannot be stored at all (the table refuses updates), the command says so
-// with exit code 1.
+// A connection of a second workstation to where the home's records are stored: data.mdb, or the
+// pool server the home is joined to.
+QSqlDatabase otherWorkstation(const TempHome& home) {
+    if (homeUsesPool()) {
+        const QString uri = homePoolUri();
+        closeDatabase();
+        return openPoolConnection(uri, "other-workstation");
+    }
+    QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-workstation");
+    other.setDatabaseName(home.path("data.mdb"));
+    other.open();
+    return other;
+}
+
+// A second workstation writes while check all starts: it holds the write lock (on the server: the
+// table, locked against every writer) and commits a change a moment later. The check waits for the
+// lock and stores every result instead of failing half way; when the results cannot be stored at
+// all (the table refuses updates), the command says so with exit code 1 and stores nothing.
 TEST(CheckCommand, waits_for_another_writer_and_fails_with_1_when_it_cannot_store) {
     TempHome home;
     storeTwoCards();
+    const bool pool = homeUsesPool();
     {
-        QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-workstation");
-        other.setDatabaseName(home.path("data.mdb"));
-        ASSERT_TRUE(other.open());
+        QSqlDatabase other = otherWorkstation(home);
+        ASSERT_TRUE(other.isOpen()) << other.lastError().text().toStdString();
         QSqlQuery hold(other);
-        ASSERT_TRUE(hold.exec("BEGIN IMMEDIATE"));
-        ASSERT_TRUE(hold.exec("UPDATE zvbWerte SET SCANDAT='16.11.2026' WHERE LfdNr=1"));
+        ASSERT_TRUE(hold.exec(pool ? "BEGIN" : "BEGIN IMMEDIATE"));
+        if (pool) {
+            ASSERT_TRUE(hold.exec(R"(LOCK TABLE "zvbWerte" IN EXCLUSIVE MODE)"))
+                << hold.lastError().text().toStdString();
+        }
+        ASSERT_TRUE(hold.exec(R"(UPDATE "zvbWerte" SET "SCANDAT"='16.11.2026' WHERE "LfdNr"=1)"));
         QProcess check;
         check.start(VERIDON_CLI, {"--home", home.dir(), "check", "all"});
         ASSERT_TRUE(check.waitForStarted());
@@ -89,18 +109,31 @@ TEST(CheckCommand, waits_for_another_writer_and_fails_with_1_when_it_cannot_stor
         ASSERT_TRUE(check.waitForFinished(60000));
         EXPECT_EQ(check.exitCode(), 0) << check.readAllStandardError().toStdString();
         EXPECT_EQ(check.readAllStandardOutput(), "1\t0\t0000000000\n2\t2\t0003000030\n");
+        EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003000030");
+        EXPECT_EQ(GetValue("SCANDAT", "zvbWerte", "LfdNr=1").toString(), "16.11.2026") << "the other's change stays";
+        closeDatabase();
+
+        ASSERT_TRUE(hold.exec(R"(UPDATE "zvbWerte" SET "Fehlerhaft"=NULL, "Korrigiert"=0)"));
+        // A table that refuses every update, as a read-only copy of the records would.
+        if (pool) {
+            ASSERT_TRUE(hold.exec("CREATE FUNCTION readonly() RETURNS trigger LANGUAGE plpgsql AS"
+                                  " $$ BEGIN RAISE EXCEPTION 'schreibgeschützt'; END $$"));
+            ASSERT_TRUE(hold.exec("CREATE TRIGGER readonly BEFORE UPDATE ON \"zvbWerte\" FOR EACH ROW"
+                                  " EXECUTE FUNCTION readonly()"));
+        } else {
+            ASSERT_TRUE(hold.exec("CREATE TRIGGER readonly BEFORE UPDATE ON zvbWerte BEGIN SELECT RAISE(ABORT, "
+                                  "'schreibgeschützt'); END"));
+        }
         hold = QSqlQuery();
         other.close();
     }
     QSqlDatabase::removeDatabase("other-workstation");
-    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").toString(), "0003000030");
-    EXPECT_EQ(GetValue("SCANDAT", "zvbWerte", "LfdNr=1").toString(), "16.11.2026") << "the other's change stays";
 
-    execSql("CREATE TRIGGER readonly BEFORE UPDATE ON zvbWerte BEGIN SELECT RAISE(ABORT, 'schreibgeschützt'); END");
-    closeDatabase();
     const CliRun refused = runCli({"--home", home.dir(), "check", "all"});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_TRUE(refused.err.contains("schreibgeschützt")) << refused.err.toStdString();
+    EXPECT_TRUE(GetValue("Fehlerhaft", "zvbWerte", "LfdNr=2").isNull()) << "nothing stored";
+    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", "LfdNr=1").toInt(), 0);
 }
 
 // Field definitions that cannot be loaded leave nothing checked: Maria Huber's clean card fails
@@ -109,12 +142,16 @@ TEST(CheckCommand, without_loadable_field_definitions_no_record_passes) {
     const struct {
         const char* fault;
         const char* statement;
+        bool serverHoldsIt; // the server's typed columns refuse some values before they are stored
     } cases[] = {
-        {"VarLng beyond a small integer", "UPDATE ZVBFelder SET VarLng=70000 WHERE VarName='VORNAME'"},
-        {"no definitions at all", "DELETE * FROM ZVBFelder"},
+        {"VarLng beyond a small integer", "UPDATE ZVBFelder SET VarLng=70000 WHERE VarName='VORNAME'", false},
+        {"a field without its length", "UPDATE ZVBFelder SET VarLng=NULL WHERE VarName='VORNAME'", true},
+        {"no definitions at all", "DELETE * FROM ZVBFelder", true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.fault);
+        if (!c.serverHoldsIt && !testPoolServer().isEmpty())
+            continue;
         TempHome home;
         storeTwoCards();
         execSql(c.statement);
