@@ -147,6 +147,11 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
             lookForRecords();
     });
 
+    exportTimer_ = new QTimer(this);
+    exportTimer_->setSingleShot(true);
+    exportTimer_->setInterval(0);
+    connect(exportTimer_, &QTimer::timeout, this, &frmMain::runQueuedExport);
+
     resize(760, 520);
     setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {QString()}));
     RunReported(QStringLiteral("frmMain.Form_Load"), [this] { loadForm(); });

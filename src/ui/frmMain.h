@@ -45,8 +45,8 @@ public:
     void takeAndShowNext();
 
     // actionOK: checks the record; errors keep it on screen (result false), warnings ask first.
-    // Without errors it is saved as handed over and the export pass runs; result true. The caller
-    // takes the next record.
+    // Without errors it is saved as handed over and the export pass is queued for the next turn of
+    // the event loop; result true. The caller takes the next record.
     bool actionOK();
     // actionVerwerfen: deletes the record on screen and its bare-named image after asking (unless
     // silent), then takes the next record. With no record it only beeps. True when deleted.
@@ -113,6 +113,10 @@ private:
     void refreshAfterCheck();
     void showErrorList(const QString& errorText);
     bool handOverToErrorList();
+    // Runs an export pass one turn of the event loop later (once for any number of hand-overs
+    // made until then); runQueuedExport runs it at once, as leaving does.
+    void queueExport();
+    void runQueuedExport();
     void checkAll();
     void checkField(const QString& name);
     void actionBelegZumTest();
@@ -178,6 +182,9 @@ private:
     QLabel* waitingText_ = nullptr;
     QLabel* todaysWork_ = nullptr;
     QTimer* poll_ = nullptr;
+    QTimer* exportTimer_ = nullptr;
+    bool exportQueued_ = false; // a hand-over waits for its export pass
+    bool exporting_ = false;
     bool firstStart_ = false;   // no stored place: the window and the viewer are tiled
     bool viewerPlaced_ = false; // the viewer took its place in this session
     QProgressBar* progressBar_ = nullptr;

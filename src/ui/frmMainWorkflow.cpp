@@ -143,6 +143,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
     closing_ = true;
     poll_->stop();
+    // A hand-over whose export pass has not run yet is exported before leaving.
+    runQueuedExport();
     if (current_ >= 0) {
         controlsToValues();
         DiscardRecord(current_, true);

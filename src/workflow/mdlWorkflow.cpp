@@ -266,11 +266,17 @@ bool DecideHandOver(QString& errorText, const std::function<void(const QString&)
     return HandOverDecision(level, errorText, showErrorList);
 }
 
-bool CompleteHandOver(qint32 n) {
+bool SaveHandOver(qint32 n) {
     const RecordWork work = recordWork(); // before the values in hand are saved and emptied
     if (!SaveWithStatus(n, WorkflowStatus::HandedOver))
         return false;
     keepRecordWork(work, true);
+    return true;
+}
+
+bool CompleteHandOver(qint32 n) {
+    if (!SaveHandOver(n))
+        return false;
     ExportZVBWerte();
     return true;
 }

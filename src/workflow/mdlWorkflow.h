@@ -88,6 +88,12 @@ bool DecideHandOver(QString& errorText, const std::function<void(const QString&)
 // that is not handed over gets Korrigiert "0". Returns true when the record may be handed over.
 bool HandOverDecision(qint16 level, QString& errorText, const std::function<void(const QString&)>& showErrorList);
 
+// The durable half of a hand-over decided above: saves record number with state 40 (its values and
+// state in one commit) and counts it with its corrected fields, keys and time in the day's
+// statistics. The record waits in state 40 for the next export pass, which any later pass (this
+// program's or another's) takes up, also after a crash. False when the save failed (reported).
+bool SaveHandOver(qint32 number);
+
 // Finishes a hand-over decided above: saves record number with state 40, counts it with its
 // corrected fields, keys and time in the day's statistics, and runs the export pass over every
 // record ready for hand-over. False when the save failed (reported); the export pass

@@ -69,11 +69,13 @@ TEST_F(HandOverWindow, ok_on_a_clean_record_exports_it_and_shows_the_next) {
     const QVector<qint32> records = insertDemoRecords(2);
     open();
     QTest::mouseClick(okButton(), Qt::LeftButton);
-    EXPECT_EQ(workflowOf(records[0]), ""); // exported and removed
-    EXPECT_TRUE(exported("31901001.tif"));
-    EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
+    // The next record is on screen first; the handed-over one is saved and waits for its export.
     EXPECT_EQ(window->currentRecord(), records[1]);
     EXPECT_EQ(field("NACHNAME")->text(), "de Vries");
+    EXPECT_EQ(workflowOf(records[0]), "40/0");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return workflowOf(records[0]).isEmpty(); })) << "exported and removed";
+    EXPECT_TRUE(exported("31901001.tif"));
+    EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 

@@ -62,7 +62,8 @@ TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_ne
     EXPECT_EQ(workflowOf(records[0]), "30/1") << "still held by this workstation";
 
     QTest::mouseClick(ok, Qt::LeftButton);
-    EXPECT_EQ(workflowOf(records[0]), "") << "handed over, exported and removed";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return workflowOf(records[0]).isEmpty(); }))
+        << "handed over, exported and removed";
     const QString xml = QString::fromLatin1(home.readFile("export/31901001.xml"));
     EXPECT_TRUE(xml.contains("<Given_names>Maria Theresia</Given_names>")) << xml.toStdString();
 }
