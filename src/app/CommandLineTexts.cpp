@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QTranslator>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -57,4 +59,22 @@ QString commandLineHelp(const QCommandLineParser& parser) {
     if (!started.isEmpty() && at >= 0 && at < text.indexOf(QLatin1Char('\n')))
         text.replace(at, started.size(), QFileInfo(started).fileName());
     return text;
+}
+
+void endOnRefusalHelpOrVersion(QCommandLineParser& parser, const QStringList& words, const QString& refused,
+                               const char* program) {
+    if (!refused.isEmpty()) {
+        std::fprintf(stderr, "%s: %s (--help zeigt die Aufrufe)\n", program, qUtf8Printable(refused));
+        std::exit(1);
+    }
+    if (parser.isSet(QStringLiteral("help-all")))
+        parser.process(words); // prints Qt's options too and ends
+    if (parser.isSet(QStringLiteral("help"))) {
+        std::fputs(qUtf8Printable(commandLineHelp(parser)), stdout);
+        std::exit(0);
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        std::printf("%s %s\n", program, qUtf8Printable(QCoreApplication::applicationVersion()));
+        std::exit(0);
+    }
 }

@@ -29,12 +29,7 @@ struct ThreadConnection {
     void close() {
         if (name.isEmpty())
             return;
-        {
-            QSqlDatabase db = QSqlDatabase::database(name, false);
-            if (db.isOpen())
-                db.close();
-        }
-        QSqlDatabase::removeDatabase(name);
+        removeConnection(name);
         name.clear();
         transactionDepth = 0;
         poolTransaction = false;
@@ -86,6 +81,17 @@ QSqlDatabase openConnection(const QString& path) {
 }
 
 } // namespace
+
+void removeConnection(const QString& name) {
+    if (name.isEmpty())
+        return;
+    {
+        QSqlDatabase db = QSqlDatabase::database(name, false);
+        if (db.isOpen())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(name);
+}
 
 QSqlDatabase database() {
     if (!connection.name.isEmpty()) {

@@ -20,6 +20,9 @@ QSqlDatabase database();
 // Closes the calling thread's connection (before the home changes, or at the end of a test).
 void closeDatabase();
 
+// Closes Qt's connection called name when it is open and removes it; nothing for an empty name.
+void removeConnection(const QString& name);
+
 // Rises each time this thread opens a connection; prepared statements kept across calls compare it
 // to know that their connection is gone.
 quint64 connectionGeneration();

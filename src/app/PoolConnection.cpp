@@ -31,14 +31,7 @@ struct PoolThread {
     }
     void close() {
         removeRetired();
-        if (name.isEmpty())
-            return;
-        {
-            QSqlDatabase db = QSqlDatabase::database(name, false);
-            if (db.isOpen())
-                db.close();
-        }
-        QSqlDatabase::removeDatabase(name);
+        removeConnection(name);
         name.clear();
     }
 };

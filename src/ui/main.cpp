@@ -7,8 +7,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QStyleFactory>
-#include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -37,8 +35,8 @@ QStringList programArguments(const QStringList& arguments) {
         "\nVeridon: Erfassung und Korrektur von EHIC-Belegen. Der Home-Ordner enthält data.mdb, tarnvel.ini,\n"
         "default.xml und zvMsgLog.txt; ohne --home gilt $VERIDON_HOME, sonst der Programmordner.\n"
         "Eine neue Arbeitsumgebung legt 'veridon-cli --home ORDNER init --demo' an."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
+    parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption home(QStringLiteral("home"), QStringLiteral("Home-Ordner"), QStringLiteral("ORDNER"));
     const QCommandLineOption admin(QStringLiteral("admin"),
                                    QString::fromUtf8("Öffnet die Optionen System und Pfade zum Ändern (auch /admin)."));
@@ -61,20 +59,7 @@ QStringList programArguments(const QStringList& arguments) {
         refused = parser.errorText();
     else if (!parser.positionalArguments().isEmpty())
         refused = QStringLiteral("Unerwartetes Argument '%1'.").arg(parser.positionalArguments().constFirst());
-    if (!refused.isEmpty()) {
-        std::fprintf(stderr, "veridon: %s (--help zeigt die Aufrufe)\n", qUtf8Printable(refused));
-        std::exit(1);
-    }
-    if (parser.isSet(QStringLiteral("help-all")))
-        parser.process(words); // prints Qt's options too and ends
-    if (parser.isSet(help)) {
-        std::fputs(qUtf8Printable(commandLineHelp(parser)), stdout);
-        std::exit(0);
-    }
-    if (parser.isSet(version)) {
-        std::printf("veridon %s\n", VERIDON_VERSION);
-        std::exit(0);
-    }
+    endOnRefusalHelpOrVersion(parser, words, refused, "veridon");
 
     QStringList options;
     for (const QCommandLineOption& option : {home, screenshot, screenshotScreen})

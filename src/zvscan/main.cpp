@@ -66,8 +66,8 @@ QString homeFromCommandLine(const QStringList& arguments) {
         "in Namensfolge, hängt je Seite eine Ergebniszeile an die Importdatei (Import_Datei) an und\n"
         "verschiebt die Seite in den Bildordner (APP_Bildpfad). Fehler stehen im Meldungsprotokoll.\n"
         "Ohne --home gilt $VERIDON_HOME, sonst der Programmordner."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
+    parser.addHelpOption();
+    parser.addVersionOption();
     const QCommandLineOption home(QStringLiteral("home"), QStringLiteral("Home-Ordner"), QStringLiteral("ORDNER"));
     parser.addOption(home);
     parser.addPositionalArgument(QStringLiteral("/BENUTZER"), QStringLiteral("Bediener (ohne Wirkung)"),
@@ -81,20 +81,7 @@ QString homeFromCommandLine(const QStringList& arguments) {
                 refused = QStringLiteral("Unerwartetes Argument '%1'.").arg(word);
                 break;
             }
-    if (!refused.isEmpty()) {
-        std::fprintf(stderr, "zvscan: %s (--help zeigt die Aufrufe)\n", qUtf8Printable(refused));
-        std::exit(1);
-    }
-    if (parser.isSet(QStringLiteral("help-all")))
-        parser.process(arguments); // prints Qt's options too and ends
-    if (parser.isSet(help)) {
-        std::fputs(qUtf8Printable(commandLineHelp(parser)), stdout);
-        std::exit(0);
-    }
-    if (parser.isSet(version)) {
-        std::printf("zvscan %s\n", VERIDON_VERSION);
-        std::exit(0);
-    }
+    endOnRefusalHelpOrVersion(parser, arguments, refused, "zvscan");
     return parser.value(home);
 }
 
