@@ -38,48 +38,46 @@ TEST_F(ExportBackup, backup_on_keeps_xml_image_and_a_text_line_per_record) {
     EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).count("\r\n"), 3) << "a later pass of the same day appends";
 }
 
-TEST_F(ExportBackup, backup_off_keeps_nothing_but_still_deletes_image_and_record) {
-    SetSysValue("Backup_Enabled", "0");
-    acceptedForm(0);
-    ExportZVBWerte();
-    EXPECT_TRUE(exists("export/31901001.xml"));
-    EXPECT_FALSE(exists("backup/261115"));
-    EXPECT_FALSE(exists("images/31901001.tif"));
-    EXPECT_EQ(records(), 0);
-}
-
-TEST_F(ExportBackup, images_off_keeps_xml_and_text_but_no_image) {
-    SetSysValue("Backup_Bilder", false);
-    acceptedForm(0);
-    ExportZVBWerte();
-    EXPECT_TRUE(exists(day("exportdata/31901001.xml")));
-    EXPECT_TRUE(exists(day("exportdata/exp.txt")));
-    EXPECT_FALSE(exists(day("images")));
-    EXPECT_FALSE(exists("images/31901001.tif"));
-}
-
-TEST_F(ExportBackup, an_unusable_backup_root_puts_the_xml_copy_into_the_home) {
+// Whatever the backup settings keep, the image and the record go, also when the image is missing
+// already (it counts as removed, without a message). xmlCopy: the folder of the XML copy ("" the
+// home itself, nullptr none).
+TEST_F(ExportBackup, each_setting_keeps_its_copies_and_image_and_record_always_go) {
     home.writeFile("keinordner", "eine Datei, kein Ordner");
-    SetSysValue("Backup_Pfad", home.path("keinordner"));
-    acceptedForm(0);
-    ExportZVBWerte();
-    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_EQ(home.readFile("31901001.xml"), home.readFile("export/31901001.xml"));
-    EXPECT_FALSE(exists("images/31901001.tif"));
-    EXPECT_EQ(records(), 0);
-}
-
-// A missing image counts as removed: the record leaves, without a message and without an image copy.
-TEST_F(ExportBackup, a_record_whose_image_is_missing_is_exported_and_removed) {
-    acceptedForm(0);
-    QFile::remove(home.path("images/31901001.tif"));
-    ExportZVBWerte();
-    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_TRUE(exists("export/31901001.xml"));
-    EXPECT_TRUE(exists(day("exportdata/31901001.xml")));
-    EXPECT_FALSE(exists(day("images/31901001.tif")));
-    EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).count("\r\n"), 1);
-    EXPECT_EQ(records(), 0);
+    const struct {
+        const char* column;
+        QVariant value;
+        bool imageMissing;
+        const char* xmlCopy;
+        bool imageCopy, expLine;
+    } cases[] = {
+        {"Backup_Enabled", "0", false, nullptr, false, false},
+        {"Backup_Bilder", false, false, "backup/261115/exportdata/", false, true},
+        {"Backup_Pfad", home.path("keinordner"), false, "", false, false},
+        {"Backup_Enabled", "1", true, "backup/261115/exportdata/", false, true},
+    };
+    for (int i = 0; i < int(std::size(cases)); ++i) {
+        const auto& c = cases[i];
+        SCOPED_TRACE(c.column);
+        const QVariant before = GetSysValue(c.column);
+        SetSysValue(c.column, c.value);
+        acceptedForm(i);
+        const QString image = QString("3190100%1.tif").arg(i + 1);
+        const QString xml = image.chopped(4) + ".xml";
+        if (c.imageMissing)
+            QFile::remove(home.path("images/" + image));
+        ExportZVBWerte();
+        SetSysValue(c.column, before);
+        EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+        EXPECT_TRUE(exists("export/" + xml));
+        if (c.xmlCopy) {
+            EXPECT_EQ(home.readFile(c.xmlCopy + xml), home.readFile("export/" + xml));
+        }
+        EXPECT_EQ(exists(day("exportdata/" + xml)), c.xmlCopy && *c.xmlCopy);
+        EXPECT_EQ(exists(day("images/" + image)), c.imageCopy);
+        EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).contains(image.toLatin1()), c.expLine);
+        EXPECT_FALSE(exists("images/" + image));
+        EXPECT_EQ(records(), 0);
+    }
 }
 
 } // namespace

@@ -17,10 +17,6 @@ TEST(ExportText, only_lines_of_blanks_are_removed_and_a_last_piece_of_two_charac
     EXPECT_EQ(RemoveEmptyLines(""), "");
 }
 
-TEST(ExportText, dates_are_turned_around_by_position) {
-    EXPECT_EQ(ExportDate("03/07/1961"), "1961-07-03") << "separators are never looked at";
-}
-
 TEST(ExportText, characters_beyond_windows_1252_become_one_reference_each) {
     QString dropped;
     EXPECT_EQ(XmlSafeText(QString::fromUtf8("Ł\U0001D11E\u0085\u20AC\uFFFF"), &dropped), "&#321;&#119070;&#133;\u20AC")

@@ -43,6 +43,21 @@ protected:
         return folder;
     }
 
+    // Starts veridon-cli in every home at once with args; returns each one's exit code and output.
+    static QList<QPair<int, QString>> runTogether(const QStringList& homes, const QStringList& args) {
+        std::vector<std::unique_ptr<QProcess>> runs;
+        for (const QString& folder : homes) {
+            runs.push_back(std::make_unique<QProcess>());
+            runs.back()->start(VERIDON_CLI, QStringList{"--home", folder} + args);
+        }
+        QList<QPair<int, QString>> results;
+        for (auto& p : runs) {
+            EXPECT_TRUE(p->waitForFinished(60000));
+            results.append({p->exitCode(), QString::fromLocal8Bit(p->readAllStandardOutput()).trimmed()});
+        }
+        return results;
+    }
+
     QString uri;
     std::vector<std::unique_ptr<QTemporaryDir>> folders;
 };
@@ -79,17 +94,10 @@ TEST_F(SharedPool, workstations_taking_at_the_same_moment_never_take_one_record_
     QStringList homes;
     for (int n = 2; n <= 7; ++n)
         homes << joinWorkstation(n);
-    std::vector<std::unique_ptr<QProcess>> takers;
-    for (const QString& folder : homes) {
-        takers.push_back(std::make_unique<QProcess>());
-        takers.back()->start(VERIDON_CLI, {"--home", folder, "next"});
-    }
     QSet<QString> taken;
     int empty = 0;
-    for (auto& p : takers) {
-        ASSERT_TRUE(p->waitForFinished(60000));
-        const QString out = QString::fromLocal8Bit(p->readAllStandardOutput()).trimmed();
-        if (p->exitCode() == 0)
+    for (const auto& [exitCode, out] : runTogether(homes, {"next"})) {
+        if (exitCode == 0)
             taken.insert(out);
         else
             ++empty;
@@ -112,14 +120,9 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
     claimed["BMPName"] = "unterwegs.tif";
     const qint32 elsewhere = insertRecord(claimed, 41, 9);
     const QStringList homes{joinWorkstation(2), joinWorkstation(3)};
-    std::vector<std::unique_ptr<QProcess>> exporters;
-    for (const QString& folder : homes) {
+    for (const QString& folder : homes)
         runCli({"--home", folder, "sql", "UPDATE zvbSys SET Backup_Bilder=0"});
-        exporters.push_back(std::make_unique<QProcess>());
-        exporters.back()->start(VERIDON_CLI, {"--home", folder, "export"});
-    }
-    for (auto& p : exporters)
-        ASSERT_TRUE(p->waitForFinished(60000));
+    runTogether(homes, {"export"});
     // Each export writes one line per record into its workstation's exp.txt.
     QStringList exported;
     for (const QString& folder : homes) {
@@ -141,18 +144,12 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
 
 TEST_F(SharedPool, a_newer_master_file_is_imported_once_when_workstations_start_together) {
     const QStringList homes{joinWorkstation(2), joinWorkstation(3), joinWorkstation(4)};
-    std::vector<std::unique_ptr<QProcess>> starts;
     for (const QString& folder : homes) {
         QFile file(folder + "/stammdaten/staaten.txt");
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
         file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
     }
-    for (const QString& folder : homes) {
-        starts.push_back(std::make_unique<QProcess>());
-        starts.back()->start(VERIDON_CLI, {"--home", folder, "autoimport"});
-    }
-    for (auto& p : starts)
-        ASSERT_TRUE(p->waitForFinished(60000));
+    runTogether(homes, {"autoimport"});
     // The file's 34 states (a heading line above them), once; not one batch per workstation.
     EXPECT_EQ(CountRows("*", "sysStates", QString()), 34);
     EXPECT_EQ(CountRows("*", "sysStates", "State_ID='AT'"), 1);

@@ -6,6 +6,7 @@
 #include "HomeTest.h"
 #include "app/Database.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace {
@@ -52,57 +53,47 @@ TEST_F(WorkflowCli, discard_deletes_record_and_image_but_not_another_workstation
     EXPECT_EQ(cli({"discard", "x"}).exitCode, 2);
 }
 
-class AcceptCli : public WorkflowCli {
-protected:
-    AcceptCli() { execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0"); }
-};
-
-TEST_F(AcceptCli, accept_hands_a_clean_record_over_and_exports_it) {
-    const QVector<qint32> records = insertDemoRecords(2);
-    home.writeFile("images/31901002.tif", "II*");
-    CliRun run = cli({"accept", QString::number(records[1])});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_TRUE(run.out.contains("übergeben")) << run.out.toStdString();
-    EXPECT_EQ(workflowOf(records[1]), "");
-    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901002.xml")));
-    EXPECT_EQ(workflowOf(records[0]), "10/0");
-}
-
-TEST_F(AcceptCli, accept_refuses_a_faulty_record_with_the_error_text) {
+// A faulty record is refused with its error text, another workstation's one with its number, a
+// record with warnings only with --yes; a clean one is handed over and exported.
+TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_and_unconfirmed_warnings) {
+    execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
     FormValues form = demoForms().at(0);
     form["CARD_ID"] = "8004A";
     const qint32 faulty = insertRecord(form);
+    form = demoForms().at(0);
+    form["PERSONAL_ID"] = "1234030761"; // Austrian insurance number, check digit 6 would be right
+    form["BMPName"] = "31901009.tif";
+    const qint32 odd = insertRecord(form);
+    const qint32 clean = insertRecord(demoForms().at(1));
+    for (const char* image : {"images/31901001.tif", "images/31901009.tif", "images/31901002.tif"})
+        home.writeFile(image, "II*");
+
     CliRun run = cli({"accept", QString::number(faulty)});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("muss eine Zahl enthalten")) << run.err.toStdString();
     EXPECT_EQ(workflowOf(faulty), "30/1");
-    EXPECT_FALSE(QFileInfo::exists(home.path("export/31901001.xml")));
-
     execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {faulty});
-    CliRun held = cli({"accept", QString::number(faulty)});
-    EXPECT_EQ(held.exitCode, 1);
-    EXPECT_TRUE(held.err.contains("Arbeitsplatz 2")) << held.err.toStdString();
+    run = cli({"accept", QString::number(faulty)});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Arbeitsplatz 2")) << run.err.toStdString();
     EXPECT_EQ(cli({"accept"}).exitCode, 2);
-}
 
-TEST_F(AcceptCli, a_record_with_warnings_is_handed_over_only_with_yes) {
-    FormValues form = demoForms().at(0);
-    form["PERSONAL_ID"] = "1234030761"; // Austrian insurance number, check digit 6 would be right
-    const qint32 odd = insertRecord(form);
-    home.writeFile("images/31901001.tif", "II*");
-    CliRun asked = cli({"accept", QString::number(odd)});
-    EXPECT_EQ(asked.exitCode, 1);
-    EXPECT_TRUE(asked.err.contains("Warnungen zu Beleg:\n  Persönliche Kennnummer passt nicht zu Aufbau und "
-                                   "Prüfziffer der persönlichen Kennnummer des Staates AT"))
-        << asked.err.toStdString();
-    EXPECT_TRUE(asked.err.contains("Die Belegdaten trotzdem übergeben?")) << asked.err.toStdString();
+    run = cli({"accept", QString::number(odd)});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Warnungen zu Beleg:\n  Persönliche Kennnummer passt nicht zu Aufbau und "
+                                 "Prüfziffer der persönlichen Kennnummer des Staates AT"))
+        << run.err.toStdString();
+    EXPECT_TRUE(run.err.contains("Die Belegdaten trotzdem übergeben?")) << run.err.toStdString();
     EXPECT_EQ(workflowOf(odd), "30/1");
-    EXPECT_FALSE(QFileInfo::exists(home.path("export/31901001.xml")));
-
-    CliRun confirmed = cli({"accept", QString::number(odd), "--yes"});
-    EXPECT_EQ(confirmed.exitCode, 0) << confirmed.err.toStdString();
+    run = cli({"accept", QString::number(odd), "--yes"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
     EXPECT_EQ(workflowOf(odd), "");
-    EXPECT_TRUE(QFileInfo::exists(home.path("export/31901001.xml")));
+
+    run = cli({"accept", QString::number(clean)});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.contains("übergeben")) << run.out.toStdString();
+    EXPECT_EQ(workflowOf(clean), "");
+    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files), (QStringList{"31901002.xml", "31901009.xml"}));
 }
 
 } // namespace

@@ -23,56 +23,35 @@ protected:
         EXPECT_EQ(GetKorrID(), 1);
     }
     ~Workflow() override { WerteArray().Clear(); }
+    static void setState(qint32 n, int status, int korrId = 0) {
+        execSql("UPDATE zvbWerte SET Workflow_Status=?, Workflow_KorrID=? WHERE LfdNr=?", {status, korrId, n});
+    }
 };
 
-TEST_F(Workflow, own_records_in_correction_are_released_before_every_take) {
-    const QVector<qint32> records = insertDemoRecords(3);
-    // A record this workstation left in correction (after a crash) goes back to the pool first and,
-    // being first in table order, is taken again at once.
-    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=1 WHERE LfdNr=?", {records[0]});
-    EXPECT_EQ(TakeNextRecord(), records[0]);
-
-    // Taking again releases the one held now; the workstation never holds two records.
-    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=1 WHERE LfdNr=?", {records[2]});
-    EXPECT_EQ(TakeNextRecord(), records[0]);
-    EXPECT_EQ(workflowOf(records[2]), "10/0");
+// Records come in table order, whoever held them before; a record this workstation left in
+// correction (after a crash) goes back to the pool before every take, so it never holds two; another
+// workstation's record is neither taken nor released.
+TEST_F(Workflow, records_are_taken_in_table_order_own_ones_released_first_others_never_touched) {
+    const QVector<qint32> r = insertDemoRecords(5);
+    execSql("UPDATE zvbWerte SET Workflow_KorrID=NULL"); // fresh from the import: no holder at all
+    setState(r[0], 30, 2);
+    EXPECT_EQ(TakeNextRecord(), r[1]);
+    EXPECT_EQ(workflowOf(r[1]), "30/1");
+    EXPECT_EQ(WerteArray().GetValue("NACHNAME"), "de Vries");
+    setState(r[3], 30, 1);
+    EXPECT_EQ(TakeNextRecord(), r[1]) << "given back (holder 0 now), it still comes before the never-held ones";
+    EXPECT_EQ(workflowOf(r[3]), "10/0");
     EXPECT_EQ(CountRows("LfdNr", "zvbWerte", "Workflow_Status=30 AND Workflow_KorrID=1"), 1);
-
-    EXPECT_EQ(ReleaseOwnRecords(), 1);
-    EXPECT_EQ(workflowOf(records[0]), "10/0");
-}
-
-TEST_F(Workflow, records_are_taken_in_table_order_whoever_held_them_before) {
-    const QVector<qint32> records = insertDemoRecords(5);
-    // Fresh from the import nobody has ever held the records: no holder at all.
-    execSql("UPDATE zvbWerte SET Workflow_KorrID=NULL");
-    EXPECT_EQ(TakeNextRecord(), records[0]);
-    EXPECT_EQ(workflowOf(records[0]), "30/1");
-    EXPECT_EQ(WerteArray().GetValue("NACHNAME"), "Huber");
-    // Given back (holder 0 now), it still comes first, before the never-held ones.
-    EXPECT_EQ(TakeNextRecord(), records[0]);
     // Handed over (40), exported (41) or in the import (20): out of the pool.
-    execSql("UPDATE zvbWerte SET Workflow_Status=40 WHERE LfdNr=?", {records[0]});
-    EXPECT_EQ(TakeNextRecord(), records[1]);
-    execSql("UPDATE zvbWerte SET Workflow_Status=20 WHERE LfdNr=?", {records[2]});
-    execSql("UPDATE zvbWerte SET Workflow_Status=41 WHERE LfdNr=?", {records[3]});
-    execSql("UPDATE zvbWerte SET Workflow_Status=40 WHERE LfdNr=?", {records[1]});
-    EXPECT_EQ(TakeNextRecord(), records[4]);
-}
-
-TEST_F(Workflow, another_workstations_records_are_never_taken_nor_released) {
-    const QVector<qint32> records = insertDemoRecords(2);
-    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {records[0]});
-
-    EXPECT_EQ(TakeNextRecord(), records[1]);
-    EXPECT_EQ(workflowOf(records[0]), "30/2");
+    setState(r[1], 40);
+    setState(r[2], 20);
+    setState(r[3], 41);
+    EXPECT_EQ(TakeNextRecord(), r[4]);
     EXPECT_EQ(ReleaseOwnRecords(), 1);
-    EXPECT_EQ(workflowOf(records[0]), "30/2");
-
-    // With the own record handed over, only the other workstation's record is left: nothing to take.
-    execSql("UPDATE zvbWerte SET Workflow_Status=40 WHERE LfdNr=?", {records[1]});
+    EXPECT_EQ(workflowOf(r[4]), "10/0");
+    setState(r[4], 40);
     EXPECT_EQ(TakeNextRecord(), -1);
-    EXPECT_EQ(workflowOf(records[0]), "30/2");
+    EXPECT_EQ(workflowOf(r[0]), "30/2");
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
@@ -163,30 +142,45 @@ protected:
 
 TEST_F(Discard, image_folder_has_a_trailing_slash_and_path_like_names_are_recognised) {
     EXPECT_EQ(GetBildpfad(), home.path("images/"));
-    for (const char* name : {"C:\\scan\\31901001.tif", "scan/31901001.tif", "a,b.tif", "D:31901001.tif"}) {
-        EXPECT_TRUE(IsPathLikeImageName(name)) << name;
+    for (const char* name : {"C:\\scan\\31901001.tif", "scan/31901001.tif", "a,b.tif", "D:31901001.tif", ""})
         EXPECT_EQ(RecordImageFile(name), "") << name;
-    }
     EXPECT_FALSE(IsPathLikeImageName("31901001.tif"));
     EXPECT_EQ(RecordImageFile("31901001.tif"), home.path("images/31901001.tif"));
-    EXPECT_EQ(RecordImageFile(""), "");
-    EXPECT_EQ(DiscardedImageName("31901001.tif"), "31901001_d.tif");
     EXPECT_EQ(DiscardedImageName("scan.2026.tif"), "scan.2026_d.tif");
     EXPECT_EQ(DiscardedImageName("31901001"), "31901001_d.");
 }
 
-TEST_F(Discard, deletes_the_record_and_its_bare_named_image_keeping_a_backup_copy) {
-    const QVector<qint32> records = insertDemoRecords(2);
+// A bare name's image goes, with a copy in the day's backup while images are backed up; a path-like
+// name (an image in a sub-folder, named with it) is never deleted from disk; a missing image is no
+// obstacle.
+TEST_F(Discard, deletes_the_record_and_its_bare_named_image_but_never_a_path_like_one) {
+    FormValues form = demoForms().first();
     const QString image = writeImage("31901001.tif");
-    const qint32 n = TakeNextRecord();
-    EXPECT_TRUE(DiscardRecord(n, true));
-    EXPECT_EQ(workflowOf(n), "");
+    const QString nested = writeImage("alt/31901001.tif");
+    const qint32 bare = insertRecord(form);
+    form["BMPName"] = "alt/31901001.tif";
+    const qint32 slash = insertRecord(form);
+    form["BMPName"] = "alt\\31901001.tif";
+    const qint32 backslash = insertRecord(form);
+    form["BMPName"] = "31901002.tif"; // never written
+    const qint32 missing = insertRecord(form);
+    const qint32 other = insertRecord(demoForms()[2]);
+    for (const qint32 n : {bare, slash, backslash, missing}) {
+        if (n == missing)
+            execSql("UPDATE zvbSys SET Backup_Bilder=FALSE");
+        ASSERT_TRUE(ClaimRecord(n, GetKorrID()) && LoadRecord(n));
+        EXPECT_TRUE(DiscardRecord(n, true));
+        EXPECT_EQ(workflowOf(n), "");
+    }
     EXPECT_FALSE(QFileInfo::exists(image));
     EXPECT_TRUE(QFileInfo::exists(home.path("backup/261115/images/31901001_d.tif")));
-    EXPECT_EQ(workflowOf(records[1]), "10/0");
+    EXPECT_TRUE(QFileInfo::exists(nested));
+    EXPECT_FALSE(QFileInfo::exists(home.path("backup/261115/images/31901002_d.tif")));
+    EXPECT_EQ(workflowOf(other), "10/0");
     const QString log = QString::fromLatin1(home.readFile("zvMsgLog.txt"));
-    EXPECT_TRUE(log.contains(QStringLiteral("frmMain.actionVerwerfen();Beleg #%1 - 31901001.tif gel").arg(n)))
+    EXPECT_TRUE(log.contains(QStringLiteral("frmMain.actionVerwerfen();Beleg #%1 - 31901001.tif gel").arg(bare)))
         << log.toStdString();
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
 // A workstation's record is released behind its back (it left, started again or lost its
@@ -227,39 +221,6 @@ TEST_F(Discard, a_record_released_meanwhile_is_neither_handed_over_nor_discarded
     }
 }
 
-TEST_F(Discard, a_path_like_image_name_is_never_deleted_from_disk) {
-    FormValues form = demoForms().first();
-    // The image sits in a sub-folder of the image folder and is named with that folder: a path.
-    const QString image = writeImage("alt/31901001.tif");
-    form["BMPName"] = "alt/31901001.tif";
-    const qint32 withSlash = insertRecord(form);
-    form["BMPName"] = "alt\\31901001.tif";
-    const qint32 withBackslash = insertRecord(form);
-
-    for (const qint32 n : {withSlash, withBackslash}) {
-        ASSERT_TRUE(ClaimRecord(n, GetKorrID()) && LoadRecord(n));
-        EXPECT_TRUE(DiscardRecord(n, true));
-        EXPECT_EQ(workflowOf(n), "");
-        EXPECT_TRUE(QFileInfo::exists(image));
-    }
-    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-}
-
-TEST_F(Discard, without_image_backup_no_copy_is_kept_and_a_missing_image_is_no_obstacle) {
-    execSql("UPDATE zvbSys SET Backup_Bilder=FALSE");
-    insertDemoRecords(2);
-    const QString image = writeImage("31901001.tif");
-    qint32 n = TakeNextRecord();
-    EXPECT_TRUE(DiscardRecord(n, true));
-    EXPECT_FALSE(QFileInfo::exists(image));
-    EXPECT_FALSE(QFileInfo::exists(home.path("backup/261115/images/31901001_d.tif")));
-
-    n = TakeNextRecord(); // its image 31901002.tif was never written
-    EXPECT_TRUE(DiscardRecord(n, true));
-    EXPECT_EQ(workflowOf(n), "");
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
 TEST_F(Discard, leaving_deletes_only_images_that_no_record_of_the_pool_names) {
     const QVector<qint32> records = insertDemoRecords(4);
     execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {records[1]});
@@ -288,63 +249,53 @@ protected:
     ~HandOver() override { FelderArray().EmptyArray(); }
 };
 
-TEST_F(HandOver, errors_block_without_a_question_and_a_corrected_record_goes) {
+// Errors block without a question; with them put right, the warning of Maria Huber's Austrian
+// insurance number with a wrong check digit shows its list and asks; with yes the record goes to 40
+// and is exported.
+TEST_F(HandOver, errors_block_and_warnings_ask_then_the_record_goes_to_40_and_is_exported) {
+    execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
     const FormValues clean = demoForms().first();
     FormValues form = clean;
     form["NACHNAME"] = "Hu?er";
     form["CARD_ID"] = "8004A";
+    form["PERSONAL_ID"] = "1234030761";
     insertRecord(form);
-    TakeNextRecord();
-    QString errorText;
-    int listShown = 0;
-    const auto showList = [&](const QString&) {
-        ++listShown;
-    };
-    EXPECT_FALSE(DecideHandOver(errorText, showList));
-    EXPECT_TRUE(errorText.contains("befindet sich noch ein ?")) << errorText.toStdString();
-    EXPECT_TRUE(errorText.contains("muss eine Zahl enthalten")) << errorText.toStdString();
-    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0");
-
-    WerteArray().SetValue("NACHNAME", clean["NACHNAME"]);
-    WerteArray().SetValue("CARD_ID", clean["CARD_ID"]);
-    errorText.clear();
-    EXPECT_TRUE(DecideHandOver(errorText, showList));
-    EXPECT_EQ(errorText, "");
-    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
-    EXPECT_EQ(listShown, 0);
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-// Maria Huber's Austrian insurance number with a wrong check digit: the card check warns.
-TEST_F(HandOver, warnings_show_the_list_and_with_yes_the_record_goes_to_40_and_is_exported) {
-    execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
-    const QVector<qint32> records = insertDemoRecords(2);
-    execSql("UPDATE zvbWerte SET PERSONAL_ID='1234030761' WHERE LfdNr=?", {records[0]});
+    const qint32 waiting = insertRecord(demoForms()[1]);
     home.writeFile("images/31901001.tif", "II*");
     const qint32 n = TakeNextRecord();
     QString errorText;
     QString listed;
+    const auto showList = [&](const QString& text) {
+        listed = text;
+    };
+    EXPECT_FALSE(DecideHandOver(errorText, showList));
+    EXPECT_TRUE(errorText.contains("befindet sich noch ein ?")) << errorText.toStdString();
+    EXPECT_TRUE(errorText.contains("muss eine Zahl enthalten")) << errorText.toStdString();
+    EXPECT_EQ(listed, "");
+    EXPECT_TRUE(messages.messages().isEmpty());
+
+    WerteArray().SetValue("NACHNAME", clean["NACHNAME"]);
+    WerteArray().SetValue("CARD_ID", clean["CARD_ID"]);
+    errorText.clear();
     messages.queueAnswer(MsgBox::No);
-    EXPECT_FALSE(DecideHandOver(errorText, [&](const QString& text) { listed = text; }));
+    EXPECT_FALSE(DecideHandOver(errorText, showList));
     EXPECT_EQ(listed, "\r\nPersönliche Kennnummer passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer des "
                       "Staates AT");
     EXPECT_TRUE(messages.saw("Es gibt noch Warnungen zu diesem Beleg!"));
     EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0");
 
-    errorText.clear();
     messages.queueAnswer(MsgBox::Yes);
     ASSERT_TRUE(DecideHandOver(errorText, nullptr));
     EXPECT_EQ(errorText, "");
     EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
     EXPECT_FALSE(CompleteHandOver(-1));
     ASSERT_TRUE(CompleteHandOver(n));
-
     EXPECT_EQ(workflowOf(n), ""); // 40, exported (41) and removed by the export pass
     const QString xml = QString::fromLatin1(home.readFile("export/31901001.xml"));
     EXPECT_TRUE(xml.contains("<Name>Huber</Name>")) << xml.toStdString();
     const QString copy = QString::fromLatin1(home.readFile("backup/261115/exportdata/exp.txt"));
     EXPECT_TRUE(copy.contains("Huber,Maria")) << copy.toStdString();
-    EXPECT_EQ(workflowOf(records[1]), "10/0");
+    EXPECT_EQ(workflowOf(waiting), "10/0");
 }
 
 } // namespace
