@@ -8,25 +8,13 @@
 // VERIDON_EXPORT_KILLS and VERIDON_EXPORT_RECORDS make the run larger.
 
 #include "KillHarness.h"
-#include "RecordRows.h"
-#include "TempHome.h"
-#include "app/mdlDB.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QHash>
-#include <QXmlStreamReader>
 #include <gtest/gtest.h>
 
 namespace {
-
-bool wellFormed(const QByteArray& xml) {
-    QXmlStreamReader reader(xml);
-    while (!reader.atEnd())
-        reader.readNext();
-    return !xml.isEmpty() && !reader.hasError();
-}
 
 class ExportCrash : public ::testing::Test {
 protected:
@@ -36,26 +24,13 @@ protected:
         SetSysValue("Report_Ambrix_Country", 0);
     }
 
-    // count records in state 40 with their images, named k<serial>.tif.
-    void addRecords(int count) {
-        Transaction transaction;
-        for (int i = 0; i < count; ++i, ++serial) {
-            RowValues row = demoForm(serial % 8);
-            const QString name = QString("k%1.tif").arg(serial, 6, 10, QChar('0'));
-            row.insert("BMPName", name);
-            row.insert("Workflow_Status", 40);
-            insertRecord(row);
-            home.writeFile("images/" + name, "II*" + QByteArray(1500, char('a' + serial % 26)));
-            names << name;
-        }
-        transaction.commit();
-    }
+    void addRecords(int count) { names << addAcceptedRecords(home, "k", int(names.size()), count, 1500); }
 
     // The receiver: takes every finished XML file out of the export folder. A file must be whole.
     void receive() {
         for (const QString& file : QDir(home.path("export")).entryList({"*.xml"}, QDir::Files)) {
             const QString base = file.chopped(4);
-            EXPECT_TRUE(wellFormed(home.readFile("export/" + file))) << file.toStdString() << " handed over cut";
+            EXPECT_TRUE(wellFormedXml(home.readFile("export/" + file))) << file.toStdString() << " handed over cut";
             if (++received[base] > 1)
                 ++duplicates;
             QFile::remove(home.path("empfang/" + file));
@@ -111,7 +86,7 @@ protected:
                     ++lost;
                 EXPECT_EQ(received.value(base), 1) << name.toStdString() << ": record gone, XML not handed over";
                 EXPECT_TRUE(imageKept && !imageThere) << name.toStdString();
-                EXPECT_TRUE(wellFormed(readAll(day + "exportdata/" + base + ".xml")))
+                EXPECT_TRUE(wellFormedXml(readAll(day + "exportdata/" + base + ".xml")))
                     << name.toStdString() << ": no XML backup copy";
                 EXPECT_EQ(lines.value(name), 1) << name.toStdString() << ": no exp.txt line";
             }
@@ -133,7 +108,6 @@ protected:
     TempHome home;
     QStringList names;
     QHash<QString, int> received;
-    int serial = 0;
     int duplicates = 0;
     int lost = 0;
     int stuck = 0;

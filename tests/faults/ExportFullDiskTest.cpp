@@ -4,13 +4,9 @@
 // records it could not hand over keep their state and images, and no empty or cut XML file is left
 // under a real name; what it did hand over is whole.
 
-#include "CliRun.h"
-#include "RecordRows.h"
-#include "TempHome.h"
-#include "app/mdlDB.h"
+#include "KillHarness.h"
 
 #include <QDir>
-#include <QXmlStreamReader>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
@@ -43,22 +39,11 @@ TEST_F(ExportFullDisk, export_stops_with_a_message_and_keeps_what_it_could_not_h
     SetSysValue("Report_Other_Country", 0);
     SetSysValue("Report_Ambrix_Country", 0);
     constexpr int count = 600;
-    {
-        Transaction transaction;
-        for (int i = 0; i < count; ++i) {
-            RowValues row = demoForm(i % 8);
-            row.insert("BMPName", QString("v%1.tif").arg(i, 4, 10, QChar('0')));
-            row.insert("Workflow_Status", 40);
-            insertRecord(row);
-            home.writeFile("images/" + row.value("BMPName").toString(), "II* Bild");
-        }
-        transaction.commit();
-    }
+    addAcceptedRecords(home, "v", 0, count, 5);
 
     const CliRun run = runCli({"--home", home.dir(), "export"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("Auf dem Datenträger ist kein Platz mehr.")) << run.err.toStdString();
-
     const int waiting = CountRows("*", "zvbWerte", "Workflow_Status=40");
     EXPECT_GT(waiting, 0);
     EXPECT_LT(waiting, count) << "the records that fitted are handed over";
@@ -68,13 +53,8 @@ TEST_F(ExportFullDisk, export_stops_with_a_message_and_keeps_what_it_could_not_h
     for (const QString& file : files) {
         QFile f(home.path("voll/" + file));
         ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-        const QByteArray bytes = f.readAll();
-        QXmlStreamReader reader(bytes);
-        while (!reader.atEnd())
-            reader.readNext();
-        EXPECT_TRUE(!bytes.isEmpty() && !reader.hasError()) << file.toStdString();
-        const QString image = file.chopped(4) + ".tif";
-        EXPECT_EQ(CountRows("*", "zvbWerte", "BMPName=" + sqlQuote(image)), 0) << file.toStdString();
+        EXPECT_TRUE(wellFormedXml(f.readAll())) << file.toStdString();
+        EXPECT_EQ(CountRows("*", "zvbWerte", "BMPName=" + sqlQuote(file.chopped(4) + ".tif")), 0);
     }
     QSqlQuery rows = execSql("SELECT BMPName FROM zvbWerte");
     while (rows.next())

@@ -4,18 +4,13 @@
 // imported twice or lost, the result file is still there as itself (under its name, as the
 // temporary file or as its backup copy), and the database passes its integrity check.
 
-#include "TempHome.h"
-#include "app/Database.h"
+#include "KillHarness.h"
 #include "app/TextFile.h"
-#include "app/mdlDB.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
-#include <QRandomGenerator>
-#include <QThread>
 #include <gtest/gtest.h>
 
 namespace {
@@ -43,25 +38,10 @@ protected:
     QString importFile() const { return home.path("import/zvscan.txt"); }
     QString tempFile() const { return home.path("import/zvscan.tmp"); }
 
-    QProcess* startImport() {
-        auto* process = new QProcess;
-        process->start(VERIDON_CLI, {"--home", home.dir(), "import", importFile()});
-        process->waitForStarted();
-        return process;
-    }
-    int runImport() {
-        std::unique_ptr<QProcess> process(startImport());
-        process->waitForFinished(60000);
-        return process->exitCode();
-    }
-
     int rowsOf(int batch) const {
         return CountRows("*", "zvbWerte", QString("BMPName LIKE 'b%1_*'").arg(batch, 3, 10, QChar('0')));
     }
-    bool integrityOk() const {
-        QSqlQuery q = execSql("PRAGMA integrity_check");
-        return q.next() && q.value(0).toString() == "ok";
-    }
+    bool integrityOk() const { return KillHarness::integrityCheck(home.path("data.mdb")) == "ok"; }
     // Whether a file of the home (import folder and backup copies) holds exactly these bytes.
     bool presentAsItself(const QByteArray& bytes) const {
         QDirIterator files(home.dir(), QDir::Files, QDirIterator::Subdirectories);
@@ -80,32 +60,25 @@ protected:
 };
 
 TEST_F(ImportCrash, kill_9_at_random_instants_neither_doubles_nor_loses_a_line) {
+    const QStringList args{"--home", home.dir(), "import", importFile()};
     // How long an undisturbed import of one file takes here, so the kills fall across all of it.
     home.writeFile("import/zvscan.txt", resultFile(0));
     QElapsedTimer timer;
     timer.start();
-    ASSERT_EQ(runImport(), 0);
-    const int duration = int(timer.elapsed());
+    ASSERT_EQ(runCli(args).exitCode, 0);
+    KillHarness harness(int(timer.elapsed()));
     ASSERT_EQ(rowsOf(0), linesPerFile);
 
-    QRandomGenerator random(20261123);
-    int kills = 0, beforeMove = 0, whileImporting = 0, afterCommit = 0;
+    int beforeMove = 0, whileImporting = 0, afterCommit = 0;
     int batch = 1;
-    for (; kills < 32 && batch < 120; ++batch) {
+    for (; harness.kills() < 32 && batch < 120; ++batch) {
         SCOPED_TRACE(batch);
         const QByteArray bytes = resultFile(batch);
         home.writeFile("import/zvscan.txt", bytes);
-        std::unique_ptr<QProcess> process(startImport());
-        QThread::msleep(random.bounded(duration + 1));
-        if (process->state() != QProcess::Running) {
-            process->waitForFinished();
+        if (!harness.runAndKill(args)) {
             EXPECT_EQ(rowsOf(batch), linesPerFile);
-            continue; // it was done before the kill: no kill to count
+            continue; // it was done before the kill
         }
-        process->kill(); // SIGKILL
-        process->waitForFinished();
-        ++kills;
-
         const int rows = rowsOf(batch);
         EXPECT_TRUE(rows == 0 || rows == linesPerFile) << rows << " rows: a file is committed whole or not at all";
         EXPECT_TRUE(presentAsItself(bytes)) << "the result file is gone";
@@ -124,16 +97,16 @@ TEST_F(ImportCrash, kill_9_at_random_instants_neither_doubles_nor_loses_a_line) 
             ASSERT_TRUE(QFile::rename(tempFile(), importFile()));
         }
         if (QFile::exists(importFile()))
-            runImport();
+            runCli(args);
         EXPECT_EQ(rowsOf(batch), linesPerFile) << "after recovery every line is there exactly once";
         EXPECT_FALSE(QFile::exists(importFile()));
         EXPECT_FALSE(QFile::exists(tempFile()));
         EXPECT_TRUE(presentAsItself(bytes));
         EXPECT_TRUE(integrityOk());
     }
-    std::printf("import killed %d times: %d before the move, %d while importing, %d after the commit\n", kills,
-                beforeMove, whileImporting, afterCommit);
-    EXPECT_GE(kills, 30);
+    std::printf("import killed %d times: %d before the move, %d while importing, %d after the commit\n",
+                harness.kills(), beforeMove, whileImporting, afterCommit);
+    EXPECT_GE(harness.kills(), 30);
     EXPECT_EQ(CountRows("*", "zvbWerte", ""), batch * linesPerFile) << "no row of any file twice";
 }
 

@@ -3,18 +3,50 @@
 // what a crash or a power cut in the middle of a batch leaves behind and at what the next run makes
 // of it. The moments are drawn from a seeded generator (VERIDON_KILL_SEED picks another seed; the
 // seed is printed so a failing run can be repeated) over a window that adapts to how long the
-// command takes: a run that ends before its kill shrinks the window.
+// command takes: a run that ends before its kill shrinks the window. Also the records and checks the
+// export's fault tests share.
 #pragma once
 
 #include "CliRun.h"
+#include "RecordRows.h"
+#include "TempHome.h"
+#include "app/mdlDB.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
+#include <QXmlStreamReader>
 #include <cstdio>
 #include <random>
+
+// Demo forms in state 40 named <prefix><serial>.tif from serial first on, each with an image of
+// imageSize bytes, in one transaction; returns their image names.
+inline QStringList addAcceptedRecords(const TempHome& home, const QString& prefix, int first, int count,
+                                      int imageSize) {
+    QStringList names;
+    Transaction transaction;
+    for (int serial = first; serial < first + count; ++serial) {
+        RowValues row = demoForm(serial % 8);
+        names << QStringLiteral("%1%2.tif").arg(prefix).arg(serial, 6, 10, QLatin1Char('0'));
+        row.insert(QStringLiteral("BMPName"), names.last());
+        row.insert(QStringLiteral("Workflow_Status"), 40);
+        insertRecord(row);
+        home.writeFile(QStringLiteral("images/") + names.last(),
+                       "II*" + QByteArray(imageSize, char('a' + serial % 26)));
+    }
+    transaction.commit();
+    return names;
+}
+
+// Whether xml is a whole, well-formed document.
+inline bool wellFormedXml(const QByteArray& xml) {
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd())
+        reader.readNext();
+    return !xml.isEmpty() && !reader.hasError();
+}
 
 #ifdef VERIDON_CLI
 class KillHarness {

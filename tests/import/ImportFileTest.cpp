@@ -35,30 +35,18 @@ TEST_F(ImportFile, imports_every_line_commits_the_rows_and_deletes_the_file) {
     EXPECT_GE(progress.finishedCount, 1);
 }
 
-TEST_F(ImportFile, backup_copy_keeps_the_file_under_its_name_and_time_stamp) {
-    writeResult({layout4Line});
-    const QByteArray original = home.readFile("import/zvscan.txt");
-    ASSERT_EQ(import(), 1);
-    // 15 November 2026, 10:30:00 on the test clock.
-    EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115"), original);
-
-    execSql("UPDATE zvbSys SET Backup_Enabled='0'");
-    writeResult({layout5Line});
-    clock.set(QDateTime(QDate(2026, 11, 16), QTime(8, 0, 0)));
-    ASSERT_EQ(import(), 1);
-    EXPECT_FALSE(exists("backup/261116"));
-}
-
-// Two result files of the same name in one second, then the first one put back (as a crash after
-// the commit leaves it, or an operator who copies it back): both copies are kept, and the file
-// already imported is recognised by its content and set aside instead of doubling its records.
-TEST_F(ImportFile, an_imported_file_is_never_imported_twice_and_each_one_keeps_its_copy) {
+// Each file keeps its copy under its name and time stamp, also two of the same name in one second.
+// A file put back after its import (as a crash after the commit leaves it, or an operator who copies
+// it back) is recognised by its content and set aside instead of doubling its records. With the
+// backup off no copy is kept.
+TEST_F(ImportFile, each_file_keeps_its_backup_copy_and_an_imported_file_is_never_imported_twice) {
     writeResult({layout4Line});
     const QByteArray first = home.readFile("import/zvscan.txt");
     ASSERT_EQ(import(), 1);
     writeResult({layout5Line});
     const QByteArray second = home.readFile("import/zvscan.txt");
     ASSERT_EQ(import(), 1);
+    // 15 November 2026, 10:30:00 on the test clock.
     EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115"), first);
     EXPECT_EQ(home.readFile("backup/261115/importdata/zvscan.txt_103000_261115-2"), second);
 
@@ -69,26 +57,12 @@ TEST_F(ImportFile, an_imported_file_is_never_imported_twice_and_each_one_keeps_i
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_TRUE(messages.messages()[0].prompt.contains("bereits am 2026-11-15 10:30:00 importiert"))
         << messages.messages()[0].prompt.toStdString();
-}
 
-TEST_F(ImportFile, separator_defaults_to_comma_with_a_log_line) {
-    setSeparator("");
-    withoutOcrRules();
-    writeResult({"31901001.tif,15.11.2026,4,2,-1,EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;AT"});
+    execSql("UPDATE zvbSys SET Backup_Enabled='0'");
+    writeResult({layout4Line + ";x"});
+    clock.set(QDateTime(QDate(2026, 11, 16), QTime(8, 0, 0)));
     ASSERT_EQ(import(), 1);
-    EXPECT_EQ(text(1, "SCANDAT"), "15.11.2026");
-    EXPECT_EQ(cell(1, "BMOffsetY").toInt(), -1);
-    EXPECT_TRUE(log().contains("ImportZVBWerte();TARNVEL.INI ohne Eintrag [Beleg] [Trenner], Default-Wert genutzt!;"
-                               "15.11.2026 10:30:00\r\n"));
-}
-
-TEST_F(ImportFile, separator_of_several_characters_is_searched_as_a_whole) {
-    setSeparator("|#|");
-    withoutOcrRules();
-    writeResult({"31901002.tif|#|15.11.2026|#|4|#|0|#|0|#|EUROPÄISCHE | KARTE|#|NL|#|de Vries # 2"});
-    ASSERT_EQ(import(), 1);
-    expectTexts(1, {"BMPName=31901002.tif", "T4_L1=EUROPÄISCHE | KARTE", "T4_L2=NL", "T4_L3=de Vries # 2"});
-    EXPECT_FALSE(log().contains("TARNVEL.INI"));
+    EXPECT_FALSE(exists("backup/261116"));
 }
 
 TEST_F(ImportFile, stale_temporary_file_is_kept_aside_logged_and_the_new_file_imported) {
@@ -147,9 +121,14 @@ private:
     bool immutable_ = false;
 };
 
-TEST_F(ImportFile, file_that_cannot_be_moved_is_refused_and_nothing_written) {
+// A file another workstation moved away first, or one that cannot be moved, is refused and nothing
+// is written.
+TEST_F(ImportFile, file_taken_by_another_workstation_or_that_cannot_be_moved_is_refused) {
+    EXPECT_EQ(import(), -1);
+    EXPECT_TRUE(messages.saw("Auf die Importdatei '" + importPath() + "' konnte nicht zugegriffen werden"));
     writeResult({layout4Line});
     const QByteArray original = home.readFile("import/zvscan.txt");
+    messages.clear();
     {
         Unmovable lock(importPath());
         if (!lock.effective())
@@ -166,14 +145,6 @@ TEST_F(ImportFile, file_that_cannot_be_moved_is_refused_and_nothing_written) {
     EXPECT_EQ(home.readFile("import/zvscan.txt"), original);
     EXPECT_FALSE(exists("import/zvscan.tmp"));
     EXPECT_FALSE(exists("backup/261115/importdata"));
-}
-
-TEST_F(ImportFile, file_taken_by_another_workstation_is_refused) {
-    // The scan saw the file, but another workstation moved it away first.
-    EXPECT_EQ(import(), -1);
-    EXPECT_TRUE(messages.saw("Auf die Importdatei '" + importPath() + "' konnte nicht zugegriffen werden"));
-    EXPECT_EQ(rowCount(), 0);
-    EXPECT_FALSE(exists("import/zvscan.tmp"));
 }
 
 TEST_F(ImportFile, failing_clean_up_deletes_only_the_new_rows_and_keeps_the_file) {

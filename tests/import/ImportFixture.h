@@ -49,11 +49,14 @@ protected:
         return GetValue(column, "zvbWerte", "LfdNr=" + QString::number(lfdNr));
     }
     QString text(int lfdNr, const QString& column) const { return cell(lfdNr, column).toString(); }
-    // Expects each "COLUMN=value" of the stored row.
-    void expectTexts(int lfdNr, std::initializer_list<const char*> expected) const {
-        for (const char* pair : expected) {
-            const QString row = QString::fromUtf8(pair);
-            EXPECT_EQ(text(lfdNr, row.section('=', 0, 0)), row.section('=', 1)) << "row " << lfdNr << ": " << pair;
+    // Expects each "COLUMN=value" of the stored row ("COLUMN=" the empty text, "COLUMN" alone null).
+    void expectTexts(int lfdNr, const QStringList& expected) const {
+        for (const QString& pair : expected) {
+            const QVariant stored = cell(lfdNr, pair.section('=', 0, 0));
+            EXPECT_EQ(stored.isNull(), !pair.contains('=')) << "row " << lfdNr << ": " << pair.toStdString();
+            if (pair.contains('=')) {
+                EXPECT_EQ(stored.toString(), pair.section('=', 1)) << "row " << lfdNr << ": " << pair.toStdString();
+            }
         }
     }
     int rowCount(const QString& condition = QString()) const { return CountRows("*", "zvbWerte", condition); }

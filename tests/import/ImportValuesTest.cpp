@@ -13,14 +13,51 @@ protected:
     void SetUp() override { withoutOcrRules(); }
 };
 
-TEST_F(ImportValues, escape_codes_are_resolved_except_in_the_image_name) {
-    writeResult({R"(\\scan01\bilder\31901001\f.tif;15.11.2026;4;0;0;1\bf3;;;Ma\wria;x\l;8004\f\f01\l;)"
-                 R"(\bf\bf\l;ab\\w)"});
-    ASSERT_EQ(import(), 1);
-    // "\w" anywhere makes the value 0, even after a backslash.
-    expectTexts(1, {R"(BMPName=\\scan01\bilder\31901001\f.tif)", "T4_L1=1?3", "T4_L4=0", "T4_L5=x", "T4_L6=8004??01",
-                    "T5_L1=??", "T5_L2=0"});
+// Each case: the separator of tarnvel.ini ("" none: the default ","), the lines, and per new row
+// what it holds. Parts fill the columns in table order; an empty part is the empty text, a missing
+// one null; escape codes are resolved except in the image name, "\\w" anywhere making the value 0; a
+// ";" reads as a point unless the value is over its column's size; a separator of several
+// characters is searched as a whole.
+TEST_F(ImportValues, parts_fill_the_columns_in_table_order_with_escape_codes_and_separators_resolved) {
+    const struct {
+        const char* separator;
+        QStringList lines;
+        QList<QStringList> rows;
+    } cases[] = {
+        {";",
+         {R"(\\scan01\bilder\31901001\f.tif;15.11.2026;4;0;0;1\bf3;;;Ma\wria;x\l;8004\f\f01\l;\bf\bf\l;ab\\w)"},
+         {{R"(BMPName=\\scan01\bilder\31901001\f.tif)", "T4_L1=1?3", "T4_L4=0", "T4_L5=x", "T4_L6=8004??01", "T5_L1=??",
+           "T5_L2=0"}}},
+        {";",
+         {"31901001.tif;15.11.2026;4", "", "  31901003.tif  ;  15.11.2026 ;5;-3; 7 ;"},
+         {{"TYP=4", "BMOffsetX", "T4_L1", "T5_L7"},
+          {"BMPName", "SCANDAT", "T4_L1", "Workflow_Status=10"},
+          {"BMPName=31901003.tif", "SCANDAT=15.11.2026", "BMOffsetX=-3", "BMOffsetY=7", "T4_L1"}}},
+        {"",
+         {"a.tif,12;05,4,0,0,;x;", "b.tif,12;05;2026;9", "a,,4", ",b",
+          "31901001.tif,15.11.2026,4,2,-1,EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;AT"},
+         {{"SCANDAT=12.05", "T4_L1=.x."},
+          {"SCANDAT=12;05;2026"}, // cut to VARCHAR(10), the ";" stays
+          {"BMPName=a", "SCANDAT=", "TYP=4"},
+          {"BMPName=", "SCANDAT=b"},
+          {"SCANDAT=15.11.2026", "BMOffsetY=-1"}}},
+        {"|#|",
+         {"31901002.tif|#|15.11.2026|#|4|#|0|#|0|#|EUROPÄISCHE | KARTE|#|NL|#|de Vries # 2"},
+         {{"BMPName=31901002.tif", "T4_L1=EUROPÄISCHE | KARTE", "T4_L2=NL", "T4_L3=de Vries # 2"}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.separator);
+        setSeparator(c.separator);
+        writeResult(c.lines);
+        const int before = rowCount();
+        ASSERT_EQ(import(), c.lines.size());
+        for (int i = 0; i < c.rows.size(); ++i)
+            expectTexts(before + 1 + i, c.rows[i]);
+    }
     EXPECT_FALSE(log().contains("\\i im Datensatz"));
+    EXPECT_EQ(log().count("ImportZVBWerte();TARNVEL.INI ohne Eintrag [Beleg] [Trenner], Default-Wert genutzt!;"
+                          "15.11.2026 10:30:00\r\n"),
+              1);
 }
 
 TEST_F(ImportValues, invalid_field_becomes_a_question_mark_and_names_the_image_in_the_log) {
@@ -32,41 +69,6 @@ TEST_F(ImportValues, invalid_field_becomes_a_question_mark_and_names_the_image_i
     EXPECT_TRUE(log().contains("ImportZVBWerte();\\i im Datensatz! Beleg: '31901001.tif';15.11.2026 10:30:00\r\n"))
         << log().toStdString();
     EXPECT_FALSE(log().contains("31901002.tif"));
-}
-
-TEST_F(ImportValues, semicolon_reads_as_point_unless_the_value_is_over_the_column_size) {
-    setSeparator(""); // the default "," lets a ";" into a value
-    writeResult({"a.tif,12;05,4,0,0,;x;", "b.tif,12;05;2026;9"});
-    ASSERT_EQ(import(), 2);
-    EXPECT_EQ(text(1, "SCANDAT"), "12.05");
-    EXPECT_EQ(text(1, "T4_L1"), ".x.");
-    EXPECT_EQ(text(2, "SCANDAT"), "12;05;2026") << "cut to VARCHAR(10), the ';' stays";
-}
-
-TEST_F(ImportValues, parts_fill_the_columns_in_table_order) {
-    setSeparator("");
-    writeResult({"a,,4", ",b"});
-    ASSERT_EQ(import(), 2);
-    EXPECT_EQ(text(1, "BMPName"), "a");
-    EXPECT_FALSE(cell(1, "SCANDAT").isNull());
-    EXPECT_EQ(text(1, "SCANDAT"), "") << "an empty part is stored as the empty text";
-    EXPECT_EQ(text(1, "TYP"), "4");
-    EXPECT_FALSE(cell(2, "BMPName").isNull());
-    EXPECT_EQ(text(2, "BMPName"), "");
-    EXPECT_EQ(text(2, "SCANDAT"), "b");
-}
-
-TEST_F(ImportValues, empty_line_gives_an_empty_row_and_a_short_line_leaves_the_rest_empty) {
-    writeResult({"31901001.tif;15.11.2026;4", "", "  31901003.tif  ;  15.11.2026 ;5;-3; 7 ;"});
-    ASSERT_EQ(import(), 3);
-    EXPECT_EQ(rowCount(), 3);
-    for (const char* column : {"BMOffsetX", "T4_L1", "T5_L7"})
-        EXPECT_TRUE(cell(1, column).isNull()) << "short line: " << column;
-    for (const char* column : {"BMPName", "SCANDAT", "T4_L1"})
-        EXPECT_TRUE(cell(2, column).isNull()) << "empty line: " << column;
-    EXPECT_EQ(cell(2, "Workflow_Status").toInt(), 10) << "the empty row is still released for correction";
-    expectTexts(3, {"BMPName=31901003.tif", "SCANDAT=15.11.2026", "BMOffsetX=-3", "BMOffsetY=7"});
-    EXPECT_TRUE(cell(3, "T4_L1").isNull()) << "a separator at the end starts no part";
 }
 
 TEST_F(ImportValues, parts_beyond_the_filled_columns_are_ignored) {
