@@ -22,47 +22,42 @@ protected:
     QByteArray image;
 };
 
-// The note keeps its lines and umlauts as Windows text.
-TEST_F(TestCopy, a_bare_name_is_copied_from_the_image_folder_with_its_note) {
+// A bare name is copied from the image folder and its note written beside it as Windows text; the
+// record's image stays. Putting a form aside again replaces both files (an empty note still writes a
+// line break); a name with a path is copied from there; a dotted name keeps all but its last part.
+TEST_F(TestCopy, the_image_is_copied_with_its_note_into_the_test_folder) {
+    EXPECT_EQ(testCopyFolder(), home.path("test/"));
     EXPECT_EQ(BelegZumTest("26319010001.tif", "Müller statt Muller\nGeburtsdatum fehlt"), TestCopyResult::Done);
     EXPECT_EQ(home.readFile("test/26319010001.tif"), image);
     EXPECT_EQ(home.readFile("test/26319010001.txt"), QByteArray("M\xfcller statt Muller\r\nGeburtsdatum fehlt\r\n"));
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_EQ(messages.messages()[0].prompt, QString("Der Beleg wurde erfolgreich zum Test abgelegt: Dateiname '%1'")
                                                  .arg(home.path("test/26319010001.tif")));
-    EXPECT_TRUE(has("images/26319010001.tif")) << "the record's image stays";
-}
+    EXPECT_TRUE(has("images/26319010001.tif"));
 
-TEST_F(TestCopy, a_name_with_a_path_is_copied_from_that_path_and_a_dotted_name_keeps_its_stem) {
-    const QByteArray other("andere Aufnahme");
-    home.writeFile("archiv/2026/26319010001.tif", other);
+    home.writeFile("images/26319010001.tif", "neu gescannt");
+    EXPECT_EQ(BelegZumTest("26319010001.tif", QString()), TestCopyResult::Done);
+    EXPECT_EQ(home.readFile("test/26319010001.tif"), QByteArray("neu gescannt"));
+    EXPECT_EQ(home.readFile("test/26319010001.txt"), QByteArray("\r\n"));
+
+    home.writeFile("archiv/2026/26319010001.tif", "andere Aufnahme");
     EXPECT_EQ(BelegZumTest(home.path("archiv/2026/26319010001.tif"), "x"), TestCopyResult::Done);
-    EXPECT_EQ(home.readFile("test/26319010001.tif"), other);
-    // A name with dots keeps all but the last part for the note.
+    EXPECT_EQ(home.readFile("test/26319010001.tif"), QByteArray("andere Aufnahme"));
     home.writeFile("images/beleg.v2.tif", "x");
     BelegZumTest("beleg.v2.tif", "n");
     EXPECT_TRUE(has("test/beleg.v2.txt"));
 }
 
-// The second note is empty: it still writes a line break.
-TEST_F(TestCopy, putting_a_form_aside_twice_replaces_both_files) {
-    BelegZumTest("26319010001.tif", "erste Notiz, etwas länger");
-    home.writeFile("images/26319010001.tif", "neu gescannt");
-    EXPECT_EQ(BelegZumTest("26319010001.tif", QString()), TestCopyResult::Done);
-    EXPECT_EQ(home.readFile("test/26319010001.tif"), QByteArray("neu gescannt"));
-    EXPECT_EQ(home.readFile("test/26319010001.txt"), QByteArray("\r\n"));
-}
-
-TEST_F(TestCopy, a_missing_or_empty_image_name_shows_no_image_and_writes_nothing) {
+// A missing or empty name, or a path of the other platform's kind (a path too, not a name in the
+// image folder), shows no image and writes nothing; a missing test folder is a run-time error.
+TEST_F(TestCopy, without_an_image_or_a_test_folder_nothing_is_written) {
     EXPECT_EQ(BelegZumTest("fehlt.tif", "n"), TestCopyResult::NoImage);
     EXPECT_EQ(BelegZumTest(QString(), "n"), TestCopyResult::NoImage);
-    // A path of the other platform's kind is a path too, not a name in the image folder.
     EXPECT_EQ(BelegZumTest("C:\\scans\\26319010001.tif", "n"), TestCopyResult::NoImage);
     EXPECT_EQ(messages.prompts(), QStringList(3, "Bilddatei kann nicht gefunden werden!"));
     EXPECT_TRUE(QDir(home.path("test")).isEmpty());
-}
 
-TEST_F(TestCopy, a_missing_test_folder_is_a_runtime_error_and_leaves_no_note) {
+    messages.clear();
     SetSysValue("APP_TestBildpfad", home.path("gibtsnicht"));
     EXPECT_EQ(BelegZumTest("26319010001.tif", "n"), TestCopyResult::Failed);
     ASSERT_EQ(messages.messages().size(), 1);
@@ -73,16 +68,12 @@ TEST_F(TestCopy, a_missing_test_folder_is_a_runtime_error_and_leaves_no_note) {
     EXPECT_FALSE(has("gibtsnicht"));
 }
 
-TEST_F(TestCopy, the_test_folder_setting_gets_a_slash_and_an_unset_one_means_the_root) {
-    EXPECT_EQ(testCopyFolder(), home.path("test/"));
-    SetSysValue("APP_TestBildpfad", home.path("test/"));
-    EXPECT_EQ(testCopyFolder(), home.path("test/"));
+// The setting gets a slash, an unset one means the root; the image folder itself keeps the image.
+TEST_F(TestCopy, the_test_folder_setting) {
     SetSysValue("APP_TestBildpfad", QVariant());
     EXPECT_EQ(testCopyFolder(), "/");
-}
-
-TEST_F(TestCopy, the_image_folder_itself_as_test_folder_keeps_the_image) {
     SetSysValue("APP_TestBildpfad", home.path("images"));
+    EXPECT_EQ(testCopyFolder(), home.path("images/"));
     EXPECT_EQ(BelegZumTest("26319010001.tif", "n"), TestCopyResult::Done);
     EXPECT_EQ(home.readFile("images/26319010001.tif"), image);
     EXPECT_EQ(home.readFile("images/26319010001.txt"), QByteArray("n\r\n"));

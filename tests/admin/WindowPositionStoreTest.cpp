@@ -23,11 +23,8 @@ TEST_F(WindowPositionStore, writing_adds_one_row_and_then_updates_it) {
     WriteWindowPosition("frm'Spezial", {600, 500, 400, 200});
     EXPECT_EQ(ReadWindowPosition("frmMain"), (WindowPosition{10, 20, 800, 600}));
     EXPECT_EQ(ReadWindowPosition("frm'Spezial"), (WindowPosition{600, 500, 400, 200}));
-}
-
-TEST_F(WindowPositionStore, null_columns_read_as_zero) {
     execSql("INSERT INTO zvbSysWindowPositions (formName, x, y) VALUES ('frmAbout', 50, NULL)");
-    EXPECT_EQ(ReadWindowPosition("frmAbout"), (WindowPosition{50, 0, 0, 0}));
+    EXPECT_EQ(ReadWindowPosition("frmAbout"), (WindowPosition{50, 0, 0, 0})) << "null columns read as zero";
 }
 
 TEST(FitOnScreen, keeps_75_pixels_of_the_corner_on_the_screen) {

@@ -34,12 +34,18 @@ TEST_F(Messages, text_is_looked_up_in_the_current_language) {
     EXPECT_EQ(GetLanguage(true), "EN");
 }
 
-TEST_F(Messages, only_a_null_falls_back_to_the_default) {
+// Only a null falls back to the default; a caption prefers a non-empty translation.
+TEST_F(Messages, only_a_null_falls_back_to_the_default_and_a_caption_to_its_own_text) {
     storeText("DE", "Msg_Leer", "");
     storeText("DE", "Msg_Null", QVariant());
     EXPECT_EQ(GetText("Msg_Leer", "Vorgabe"), QString());
     EXPECT_EQ(GetText("Msg_Null", "Vorgabe"), "Vorgabe");
     EXPECT_EQ(GetText("Msg_Fehlt", "Vorgabe"), "Vorgabe");
+    storeText("DE", "frmMain_Caption", "Beleg-Erfassung");
+    storeText("DE", "frmMain_buttonOK_Caption", "");
+    EXPECT_EQ(GetCaption("Main", "frmMain_Caption"), "Beleg-Erfassung");
+    EXPECT_EQ(GetCaption("OK", "frmMain_buttonOK_Caption"), "OK");
+    EXPECT_EQ(GetCaption("\\n bleibt", "frmMain_Fehlt"), "\\n bleibt");
 }
 
 TEST_F(Messages, placeholders_fill_in_rising_order_so_the_tenth_shows_the_first_and_a_zero) {
@@ -56,14 +62,6 @@ TEST_F(Messages, unreadable_database_gives_the_default_texts) {
     QFile::remove(home.path("data.mdb"));
     EXPECT_EQ(GetText(Msg::AskDelete), Msg::AskDelete.text());
     EXPECT_EQ(GetLanguage(true), "EN");
-}
-
-TEST_F(Messages, caption_prefers_a_non_empty_translation) {
-    storeText("DE", "frmMain_Caption", "Beleg-Erfassung");
-    storeText("DE", "frmMain_buttonOK_Caption", "");
-    EXPECT_EQ(GetCaption("Main", "frmMain_Caption"), "Beleg-Erfassung");
-    EXPECT_EQ(GetCaption("OK", "frmMain_buttonOK_Caption"), "OK");
-    EXPECT_EQ(GetCaption("\\n bleibt", "frmMain_Fehlt"), "\\n bleibt");
 }
 
 // The log is appended to, never shortened; a prompt's "\n" spread it over several lines.

@@ -63,7 +63,9 @@ TEST_F(Housekeeping, a_clock_set_back_warns_once_then_stays_quiet) {
 
 class Colours : public HomeTest {};
 
-TEST_F(Colours, stored_colours_are_loaded_and_unset_ones_take_their_defaults) {
+// Stored colours are loaded and unset ones take their defaults; one bad colour resets all six, also
+// those read before it, with one message.
+TEST_F(Colours, stored_colours_are_loaded_and_one_bad_colour_resets_all_six) {
     SetSysValue("Color_Fehler", "&H0000FF");
     SetSysValue("Color_OK", QVariant());
     LoadColours();
@@ -71,17 +73,14 @@ TEST_F(Colours, stored_colours_are_loaded_and_unset_ones_take_their_defaults) {
     EXPECT_EQ(ProgramColours().ok, 0x00FF00);
     EXPECT_EQ(ProgramColours().warnung, 0x80FFFF);
     EXPECT_TRUE(messages.messages().isEmpty());
-}
 
-TEST_F(Colours, one_bad_colour_resets_all_six_with_one_message) {
-    SetSysValue("Color_Fehler", "&H0000FF");
     SetSysValue("Color_Warnung", "&HGELB");
     LoadColours();
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_TRUE(messages.messages().first().prompt.startsWith(
         "Fehler beim Farbwerte auslesen!\r\nEs werden die Standardfarben genommen.\r\nFehler #13: "));
     EXPECT_EQ(messages.messages().first().buttons, MsgBox::Information);
-    EXPECT_EQ(ProgramColours().fehler, 0xA0A0FF) << "also the colours read before the bad one";
+    EXPECT_EQ(ProgramColours().fehler, 0xA0A0FF);
     EXPECT_EQ(ProgramColours().warnung, 0x80FFFF);
 }
 

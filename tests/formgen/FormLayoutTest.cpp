@@ -52,40 +52,30 @@ TEST_F(FormLayoutDefinitions, every_form_field_is_drawn_in_its_defined_region_in
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
-TEST(FormLayout, regions_lie_on_the_page_apart_from_each_other) {
+// Regions lie on the page apart from each other, with a caption line of 30 px above each; layout 4
+// and layout 5 put the card and every field elsewhere, so an image shown with the wrong layout's
+// regions is obvious.
+TEST(FormLayout, regions_lie_on_the_page_apart_from_each_other_and_the_two_layouts_differ_everywhere) {
     const QRect page(0, 0, formlayout::pageWidth, formlayout::pageHeight);
     for (const Layout* layout : {&formlayout::layout4, &formlayout::layout5}) {
         const QRect card = rectOf(layout->card);
         EXPECT_TRUE(page.contains(card));
+        const Layout* other = layout == &formlayout::layout4 ? &formlayout::layout5 : &formlayout::layout4;
         for (size_t i = 0; i < layout->fields.size(); ++i) {
             const auto& f = layout->fields[i];
             const QRect r = rectOf(f.box);
             SCOPED_TRACE(std::string(f.field) + " layout " + std::to_string(layout->typ));
             EXPECT_TRUE(page.contains(r));
-            const bool onCard = f.field != "FORM_ID" && f.field != "SCANDAT";
-            EXPECT_EQ(card.contains(r), onCard);
-            // a caption line of 30 px above each region stays clear of every other region
-            for (size_t j = 0; j < layout->fields.size(); ++j) {
-                if (j != i) {
-                    EXPECT_FALSE(r.adjusted(0, -30, 0, 0).intersects(rectOf(layout->fields[j].box)))
-                        << "overlaps " << layout->fields[j].field;
-                }
-            }
+            EXPECT_EQ(card.contains(r), f.field != "FORM_ID" && f.field != "SCANDAT");
+            ASSERT_EQ(other->fields[i].field, f.field);
+            EXPECT_FALSE(r.intersects(rectOf(other->fields[i].box)));
+            for (size_t j = 0; j < layout->fields.size(); ++j)
+                EXPECT_TRUE(j == i || !r.adjusted(0, -30, 0, 0).intersects(rectOf(layout->fields[j].box)))
+                    << "overlaps " << layout->fields[j].field;
         }
     }
-}
-
-// Layout 4 and layout 5 put the card and every field elsewhere, so an image shown with the wrong
-// layout's regions is obvious.
-TEST(FormLayout, the_two_layouts_differ_everywhere) {
     const QPoint cardShift = rectOf(formlayout::layout4.card).center() - rectOf(formlayout::layout5.card).center();
     EXPECT_GT(cardShift.manhattanLength(), 300);
-    for (size_t i = 0; i < formlayout::layout4.fields.size(); ++i) {
-        const auto& a = formlayout::layout4.fields[i];
-        const auto& b = formlayout::layout5.fields[i];
-        ASSERT_EQ(a.field, b.field);
-        EXPECT_FALSE(rectOf(a.box).intersects(rectOf(b.box))) << a.field;
-    }
 }
 
 } // namespace

@@ -16,17 +16,18 @@ protected:
     ZVBFelderArray felder;
 };
 
-TEST_F(FieldDefinitions, names_match_without_regard_to_case) {
+// Names match without regard to case, the first of two rows of one name answers, only layout 4
+// selects the T4 region, and nulls take their defaults.
+TEST_F(FieldDefinitions, definitions_are_found_by_name_with_their_layouts_region_and_defaults) {
+    execSql("INSERT INTO ZVBFelder (VarName, T4_x, T4_y, T4_dx, T4_dy, T5_x, T5_y, T5_dx, T5_dy, VarLng)"
+            " VALUES ('Nachname', 1, 1, 1, 1, 1, 1, 1, 1, 99)");
+    execSql("UPDATE ZVBFelder SET OkFarbe=NULL, gelbefelderjn=NULL, pruefe=NULL, pruefungen=NULL,"
+            " satznummer=NULL WHERE VarName='VORNAME'");
     felder.Fill();
-    EXPECT_EQ(felder.count(), 33);
+    EXPECT_EQ(felder.count(), 34);
     EXPECT_TRUE(felder.Exists("nachname"));
     EXPECT_EQ(felder.GetLaenge("nachname"), 40);
     EXPECT_EQ(felder.GetPruefungen("card_id"), "Pflichtfeld();Zahl();Laenge(20);EhicKarte(STATE)");
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-TEST_F(FieldDefinitions, only_layout_four_selects_the_t4_region) {
-    felder.Fill();
     const auto region = [&](int layout) {
         const auto typ = qint16(layout);
         return QList<qint32>{felder.GetX("NACHNAME", typ), felder.GetY("NACHNAME", typ), felder.GetDX("NACHNAME", typ),
@@ -35,17 +36,12 @@ TEST_F(FieldDefinitions, only_layout_four_selects_the_t4_region) {
     EXPECT_EQ(region(4), (QList<qint32>{120, 340, 900, 60}));
     for (const int typ : {5, 0, 7})
         EXPECT_EQ(region(typ), (QList<qint32>{150, 410, 880, 64})) << "layout " << typ;
-}
-
-TEST_F(FieldDefinitions, nulls_take_their_defaults) {
-    execSql("UPDATE ZVBFelder SET OkFarbe=NULL, gelbefelderjn=NULL, pruefe=NULL, pruefungen=NULL,"
-            " satznummer=NULL WHERE VarName='VORNAME'");
-    felder.Fill();
     EXPECT_EQ(felder.GetokFarbe("VORNAME"), 1);
     EXPECT_EQ(felder.GetGelbeFelder("VORNAME"), 0);
     EXPECT_EQ(felder.GetPruefe("VORNAME"), 0);
     EXPECT_EQ(felder.GetPruefungen("VORNAME"), "");
     EXPECT_EQ(felder.GetSatznummer("VORNAME"), 0);
+    EXPECT_TRUE(messages.messages().isEmpty());
 }
 
 TEST_F(FieldDefinitions, unknown_name_is_reported_and_answers_zero) {
@@ -69,13 +65,6 @@ TEST_F(FieldDefinitions, empty_table_makes_every_getter_report_the_empty_list) {
     EXPECT_EQ(messages.messages().size(), 3);
     for (const auto& m : messages.messages())
         EXPECT_EQ(m.prompt, "Problem beim Auslesen des zvbFelderArrays!\r\nDas Array ist leer.");
-}
-
-TEST_F(FieldDefinitions, a_name_held_twice_answers_with_its_first_row) {
-    execSql("INSERT INTO ZVBFelder (VarName, T4_x, T4_y, T4_dx, T4_dy, T5_x, T5_y, T5_dx, T5_dy, VarLng)"
-            " VALUES ('Nachname', 1, 1, 1, 1, 1, 1, 1, 1, 99)");
-    felder.Fill();
-    EXPECT_EQ(felder.GetLaenge("NACHNAME"), 40);
 }
 
 TEST_F(FieldDefinitions, null_in_a_required_column_stops_the_load_and_keeps_what_was_read) {
