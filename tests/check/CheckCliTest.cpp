@@ -54,16 +54,11 @@ TEST(CheckCommand, prints_each_record_with_its_errors_indented_and_stores_the_re
     EXPECT_EQ(GetValue("NACHNAME", "zvbWerte", "LfdNr=2").toString(), "de Vr?es") << "values are only checked";
     EXPECT_EQ(GetValue("CARD_EXPIRY", "zvbWerte", "LfdNr=1").toString(), "31.03.2026");
     EXPECT_EQ(GetValue("GEBDAT", "zvbWerte", "LfdNr=1").toString(), "03.07.1961");
-}
 
-TEST(CheckCommand, an_unknown_record_or_argument_is_refused) {
-    TempHome home;
-    storeTwoCards();
     const CliRun unknown = runCli({"--home", home.dir(), "check", "99"});
     EXPECT_EQ(unknown.exitCode, 1);
     EXPECT_EQ(unknown.out, "");
     EXPECT_TRUE(unknown.err.contains("LfdNr 99")) << unknown.err.toStdString();
-
     const CliRun wrong = runCli({"--home", home.dir(), "check", "alle"});
     EXPECT_EQ(wrong.exitCode, 2);
     EXPECT_TRUE(wrong.err.contains("alle"));
