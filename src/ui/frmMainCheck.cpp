@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 // frmMain: the checks on screen and the hand-over. A record is checked as a whole when it is shown
 // and before it is handed over, a field when it is left; the fields take the colours of their
-// status codes. OK hands a record over only when its checks allow it.
+// status codes. OK hands a record over only when its checks allow it, and the export pass follows
+// the hand-over one turn of the event loop later.
 
+#include "FieldNavigator.h"
+#include "FieldPalette.h"
 #include "frmMain.h"
 
 #include "app/PoolConnection.h"
+#include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
 #include "export/mdlExport.h"
 #include "frmFehler.h"
 #include "model/FormModel.h"
+#include "workflow/mdlStart.h"
 #include "workflow/mdlWorkflow.h"
 
 #include <QApplication>
@@ -25,6 +30,44 @@ void frmMain::checkAll() {
 void frmMain::checkField(const QString& name) {
     QString errorText;
     Check(name, errorText);
+}
+
+// Validation of a field being left: its text goes into the values, its check runs and the field
+// takes the colour of its new status.
+void frmMain::fieldLeft(QLineEdit* edit) {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    RunReported(QStringLiteral("frmMain.Field_Validate"), [&] {
+        WerteArray().SetValue(edit->objectName(), edit->text());
+        checkField(edit->objectName());
+        // A date the check brought into its full form shows as it will be stored.
+        const QString stored = WerteArray().GetValue(edit->objectName());
+        if (stored != edit->text())
+            edit->setText(stored);
+        colourFields(edit->objectName());
+    });
+}
+
+// Colours one field (which = its name) or, with "all", every enabled field by the field's code in
+// the record's status string Fehlerhaft, at the field's position (GetSatznummer, 1-based).
+void frmMain::colourFields(const QString& which) {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    const QString status = WerteArray().GetValue(QStringLiteral("Fehlerhaft"));
+    const bool all = which.compare(QLatin1String("all"), Qt::CaseInsensitive) == 0;
+    for (QLineEdit* edit : fields_->fields()) {
+        if (all ? !edit->isEnabled() : edit->objectName().compare(which, Qt::CaseInsensitive) != 0)
+            continue;
+        setFieldBackground(edit, colourForStatus(statusCodeOf(status, edit->objectName()), ProgramColours()));
+    }
+}
+
+// The display after a check: the corrected mark from the values and the fields' colours.
+void frmMain::refreshAfterCheck() {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    korrigiert_->setText(WerteArray().GetValue(QStringLiteral("Korrigiert")));
+    colourFields(QStringLiteral("all"));
 }
 
 bool frmMain::actionOK() {
@@ -42,7 +85,7 @@ bool frmMain::actionOK() {
         showErrorList(errorText);
         korrigiert_->setText(QStringLiteral("0"));
         refreshAfterCheck();
-        focusFirstFaultyField();
+        fields_->focusFirstFaultyField();
         return false;
     }
     // Without errors, or with warnings the operator accepted: the corrected mark as the values hold

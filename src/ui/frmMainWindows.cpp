@@ -76,13 +76,3 @@ void frmMain::showAbout() {
     frmAbout about(this);
     about.exec();
 }
-
-// The first field showing the error colour gets the focus; without one the focus stays where it is.
-void frmMain::focusFirstFaultyField() {
-    const QColor errorColour = colourOf(ProgramColours().fehler);
-    for (QLineEdit* edit : fields())
-        if (edit->isEnabled() && fieldBackground(edit) == errorColour) {
-            focusField(edit);
-            return;
-        }
-}
