@@ -4,6 +4,7 @@
 
 #include "frmMain.h"
 
+#include "ExportQueue.h"
 #include "FieldNavigator.h"
 #include "KeyRules.h"
 #include "StatusBarProgress.h"
@@ -28,7 +29,6 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -142,17 +142,9 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     }
     connectKeys();
 
-    poll_ = new QTimer(this);
-    poll_->setInterval(pollIntervalMs);
-    connect(poll_, &QTimer::timeout, this, [this] {
-        if (current_ < 0 && !QApplication::activeModalWidget())
-            lookForRecords();
-    });
-
-    exportTimer_ = new QTimer(this);
-    exportTimer_->setSingleShot(true);
-    exportTimer_->setInterval(0);
-    connect(exportTimer_, &QTimer::timeout, this, &frmMain::runQueuedExport);
+    lookout_ = new RecordLookout(
+        this, waitingText_, todaysWork_, [this] { return current_ >= 0; }, [this] { takeAndShowNext(); });
+    exports_ = new ExportQueue(this);
 
     resize(760, 520);
     setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {QString()}));
@@ -200,6 +192,10 @@ void frmMain::showKeysInMenus() {
         const QString caption = k.item->text().section(QLatin1Char('\t'), 0, 0);
         k.item->setText(k.key.isEmpty() ? caption : caption + QLatin1Char('\t') + keyText(k.key));
     }
+}
+
+void frmMain::lookForRecords() {
+    lookout_->lookNow();
 }
 
 void frmMain::buildFields() {

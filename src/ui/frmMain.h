@@ -4,20 +4,23 @@
 // correct it almost entirely from the keyboard, and ends each record with "OK" (checked, saved as
 // handed over, exported) or "Verwerfen" (deleted with its image).
 //
-// The window hands the work around the record to three collaborators: FieldNavigator moves between
-// the fields (focus, cursor, the F2 search for faulty fields), KeyRules is the keyboard (an event
-// filter that sees every key first), and ViewerLink shows the record's page beside the form. Of the
-// window's own files, frmMain.cpp builds the window and its menus and runs the start of the form,
-// frmMainWorkflow.cpp shows records and runs the record actions, frmMainCheck.cpp the checks,
-// colours and hand-over, frmMainLayout.cpp the window's place on the screen, frmMainQueue.cpp the
-// look-out for records while the form is empty, frmMainScan.cpp the scanner and frmMainWindows.cpp
-// the small windows it opens.
+// The window hands the work around the record to collaborators: FieldNavigator moves between the
+// fields (focus, cursor, the F2 search for faulty fields), KeyRules is the keyboard (an event filter
+// that sees every key first), ViewerLink shows the record's page beside the form, RecordLookout
+// looks for waiting records while the form is empty, and ExportQueue runs the export pass after a
+// hand-over. Of the window's own files, frmMain.cpp builds the window and its menus and runs the
+// start of the form, frmMainWorkflow.cpp shows records and runs the record actions,
+// frmMainCheck.cpp the checks, colours and hand-over, frmMainLayout.cpp the window's place on the
+// screen, frmMainScan.cpp the scanner and frmMainWindows.cpp the small windows it opens.
 #pragma once
+
+#include "RecordLookout.h"
 
 #include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
 
+class ExportQueue;
 class FieldNavigator;
 class KeyRules;
 class QAction;
@@ -62,7 +65,7 @@ public:
 
     // While the form is empty it looks for waiting records every pollIntervalMs (and at once on
     // F5) and takes the first that arrives.
-    static constexpr int pollIntervalMs = 3000;
+    static constexpr int pollIntervalMs = RecordLookout::pollIntervalMs;
     // Looks at the pool now: shows how many records wait in the status bar and, when the form is
     // empty and one waits, takes and shows it.
     void lookForRecords();
@@ -92,11 +95,6 @@ private:
     // frmMainLayout.cpp: first start side by side with the viewer.
     void tileFirstStart();
 
-    // frmMainQueue.cpp: the count of waiting records and the look-out while the form is empty.
-    void showWaitingCount(int waiting);
-    void showTodaysWork();
-    void followQueue();
-
     // frmMainScan.cpp: the scan button and the scanner menu.
     void actionScannen();
     void actionScannerSelect();
@@ -118,10 +116,6 @@ private:
     void fieldLeft(QLineEdit* edit);
     void colourFields(const QString& which);
     void refreshAfterCheck();
-    // Runs an export pass one turn of the event loop later (once for any number of hand-overs
-    // made until then); runQueuedExport runs it at once, as leaving does.
-    void queueExport();
-    void runQueuedExport();
 
     // frmMainWindows.cpp: the small windows and the printing.
     void showErrorList(const QString& errorText);
@@ -148,10 +142,6 @@ private:
     QLabel* statusText_ = nullptr;
     QLabel* waitingText_ = nullptr;
     QLabel* todaysWork_ = nullptr;
-    QTimer* poll_ = nullptr;
-    QTimer* exportTimer_ = nullptr;
-    bool exportQueued_ = false; // a hand-over waits for its export pass
-    bool exporting_ = false;
     bool firstStart_ = false; // no stored place: the window and the viewer are tiled
     QProgressBar* progressBar_ = nullptr;
     StatusBarProgress* progress_ = nullptr;
@@ -159,6 +149,8 @@ private:
     FieldNavigator* fields_ = nullptr;
     ViewerLink* viewer_ = nullptr;
     KeyRules* keys_ = nullptr;
+    RecordLookout* lookout_ = nullptr;
+    ExportQueue* exports_ = nullptr;
 
     QAction* mpOKWeiter_ = nullptr;
     QAction* mpBelegLoeschen_ = nullptr;

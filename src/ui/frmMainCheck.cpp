@@ -4,6 +4,7 @@
 // status codes. OK hands a record over only when its checks allow it, and the export pass follows
 // the hand-over one turn of the event loop later.
 
+#include "ExportQueue.h"
 #include "FieldNavigator.h"
 #include "FieldPalette.h"
 #include "frmMain.h"
@@ -12,7 +13,6 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
-#include "export/mdlExport.h"
 #include "frmFehler.h"
 #include "model/FormModel.h"
 #include "workflow/mdlStart.h"
@@ -20,7 +20,6 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QTimer>
 
 void frmMain::checkAll() {
     QString errorText;
@@ -104,7 +103,7 @@ bool frmMain::actionOK() {
     // the program end before that turn, the record waits in state 40 for the next pass.
     const bool done = SaveHandOver(number);
     if (done)
-        queueExport();
+        exports_->queue();
     if (!done && homeUsesPool() && StillHoldsRecord(number)) {
         // The pool's server did not take the save (reported): the record stays on screen, still
         // held by this workstation, and OK saves it once the server answers again. A record another
@@ -115,27 +114,4 @@ bool frmMain::actionOK() {
     if (!done)
         takeAndShowNext(); // the save failed (reported): the record goes back to the pool and is shown again
     return done;
-}
-
-void frmMain::queueExport() {
-    const bool armed = exportQueued_ || exporting_;
-    exportQueued_ = true;
-    // A timer, not a queued call: the event loop sends the posted events (the next record's
-    // painting) before it runs its timers, so the record is on screen before the pass starts.
-    if (!armed)
-        exportTimer_->start();
-}
-
-// The pass processes events while it runs, so a hand-over made meanwhile only queues another pass,
-// which this loop runs once the first is done: two passes of one program never nest (the second
-// would wait on the first's lock for ever).
-void frmMain::runQueuedExport() {
-    if (exporting_)
-        return;
-    exporting_ = true;
-    while (exportQueued_) {
-        exportQueued_ = false;
-        ExportZVBWerte();
-    }
-    exporting_ = false;
 }

@@ -9,9 +9,6 @@
 #include "WindowPositions.h"
 #include "frmMain.h"
 
-#include <QApplication>
-#include <QGuiApplication>
-#include <QScreen>
 #include <QShowEvent>
 #include <QTimer>
 

@@ -54,7 +54,7 @@ void frmMain::showOptions() {
     LoadQtTranslations(GetLanguage());
     translateWindow();
     updateCaption();
-    followQueue();
+    lookout_->follow();
     // The colours are the one setting kept in memory: take the new ones and show them at once.
     LoadColours();
     colourFields(QStringLiteral("all"));

@@ -3,6 +3,7 @@
 // hand it over (OK), discard it (Verwerfen), and leave the program. The database side of each action
 // is the workflow module; this file moves values between the controls and the record in hand.
 
+#include "ExportQueue.h"
 #include "FieldNavigator.h"
 #include "FieldPalette.h"
 #include "ViewerLink.h"
@@ -20,7 +21,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 
 void frmMain::takeAndShowNext() {
     current_ = TakeNextRecord();
@@ -28,7 +28,7 @@ void frmMain::takeAndShowNext() {
         showRecord();
     else
         showEmpty();
-    followQueue();
+    lookout_->follow();
 }
 
 void frmMain::valuesToControls() {
@@ -131,9 +131,9 @@ void frmMain::closeEvent(QCloseEvent* event) {
         return;
     }
     closing_ = true;
-    poll_->stop();
+    lookout_->stop();
     // A hand-over whose export pass has not run yet is exported before leaving.
-    runQueuedExport();
+    exports_->runNow();
     if (current_ >= 0) {
         controlsToValues();
         DiscardRecord(current_, true);

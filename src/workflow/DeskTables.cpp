@@ -37,3 +37,7 @@ std::optional<StoredHotKey> ReadHotKey(qint32 keyId) {
         return std::nullopt;
     return StoredHotKey{row.value(0).toInt(), row.value(1).toInt()};
 }
+
+int WaitingRecordCount() {
+    return CountRows(QStringLiteral("LfdNr"), GetValuesTable(), QStringLiteral("Workflow_Status=10"));
+}

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// The tables the correction desk reads while the operator works: the order of the form's fields
+// What the correction desk reads while the operator works: the order of the form's fields
 // (ZVBForm_Felder, written afresh at every start from the window's tab order, so a changed order
-// needs no migration) and the hot keys of zvbSysKeys that the key settings name.
+// needs no migration), the hot keys of zvbSysKeys that the key settings name, and how many records
+// wait in the pool.
 #pragma once
 
 #include <QList>
@@ -32,3 +33,7 @@ struct StoredHotKey {
 // The row of zvbSysKeys with `KeyID` keyId; nothing when there is none. Throws VeridonError when the
 // table cannot be read.
 std::optional<StoredHotKey> ReadHotKey(qint32 keyId);
+
+// The records waiting for correction (`Workflow_Status` 10) in the values table. Throws
+// VeridonError when the table cannot be read.
+int WaitingRecordCount();
