@@ -10,6 +10,7 @@
 #include "StatusBarProgress.h"
 #include "ViewerLink.h"
 #include "WindowPositions.h"
+#include "app/Settings.h"
 #include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -177,16 +178,11 @@ void frmMain::showKeysInMenus() {
         QAction* item;
         QString key;
     } keys[] = {
-        {mpOKWeiter_, GetSysText(QStringLiteral("Key_OK"), QStringLiteral("F10"))},
-        {mpBelegLoeschen_, GetSysText(QStringLiteral("Key_Verwerfen"), QStringLiteral("F8"))},
-        {mpAktualisieren_, QStringLiteral("F5")},
-        {mpVollbild_, QStringLiteral("F12")},
-        {viewer_->zoomIn, QStringLiteral("Ctrl++")},
-        {viewer_->zoomOut, QStringLiteral("Ctrl+-")},
-        {viewer_->left, QStringLiteral("Alt+Left")},
-        {viewer_->right, QStringLiteral("Alt+Right")},
-        {viewer_->up, QStringLiteral("Alt+Up")},
-        {viewer_->down, QStringLiteral("Alt+Down")},
+        {mpOKWeiter_, setting<Setting::Key_OK>()},   {mpBelegLoeschen_, setting<Setting::Key_Verwerfen>()},
+        {mpAktualisieren_, QStringLiteral("F5")},    {mpVollbild_, QStringLiteral("F12")},
+        {viewer_->zoomIn, QStringLiteral("Ctrl++")}, {viewer_->zoomOut, QStringLiteral("Ctrl+-")},
+        {viewer_->left, QStringLiteral("Alt+Left")}, {viewer_->right, QStringLiteral("Alt+Right")},
+        {viewer_->up, QStringLiteral("Alt+Up")},     {viewer_->down, QStringLiteral("Alt+Down")},
     };
     for (const auto& k : keys) {
         const QString caption = k.item->text().section(QLatin1Char('\t'), 0, 0);
@@ -409,7 +405,7 @@ void frmMain::connectKeys() {
 }
 
 void frmMain::loadForm() {
-    focusFieldName_ = GetSysText(QStringLiteral("GUI_FocusField"), QStringLiteral("BARCODE"));
+    focusFieldName_ = setting<Setting::GUI_FocusField>();
     mpBelegZumTest_->setVisible(IsBackupEnabled());
     fields_->storeFieldOrder();
     fields_->setFieldLengths();
@@ -417,17 +413,16 @@ void frmMain::loadForm() {
     firstStart_ = !RestoreWindowPosition(this);
     if (firstStart_)
         tileFirstStart();
-    applyStoredToggle(mpToggleBildanzeige_, "GUI_BildanzeigeEnabled");
-    applyStoredToggle(mpStatusBar_, "GUI_StatusBarEnabled");
-    applyStoredToggle(mpToolbar_, "GUI_ToolBarEnabled");
-    applyStoredToggle(mpVollbild_, "GUI_VollbildEnabled");
+    applyStoredToggle(mpToggleBildanzeige_, setting<Setting::GUI_BildanzeigeEnabled>());
+    applyStoredToggle(mpStatusBar_, setting<Setting::GUI_StatusBarEnabled>());
+    applyStoredToggle(mpToolbar_, setting<Setting::GUI_ToolBarEnabled>());
+    applyStoredToggle(mpVollbild_, setting<Setting::GUI_VollbildEnabled>());
     takeAndShowNext();
 }
 
 // Sets the item's check mark from the stored setting and runs its handler, so the screen matches
 // what was stored when the program last ran.
-void frmMain::applyStoredToggle(QAction* item, const char* setting) {
-    const bool on = GetSysFlag(QLatin1String(setting), false);
+void frmMain::applyStoredToggle(QAction* item, bool on) {
     item->setChecked(on);
     if (item == mpToggleBildanzeige_)
         toggleImageDisplay(on);
@@ -442,20 +437,19 @@ void frmMain::applyStoredToggle(QAction* item, const char* setting) {
 void frmMain::toggleStatusBar(bool on) {
     mpStatusBar_->setChecked(on);
     statusBar()->setVisible(on);
-    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { SetSysValue(QStringLiteral("GUI_StatusBarEnabled"), on); });
+    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { setSetting<Setting::GUI_StatusBarEnabled>(on); });
 }
 
 void frmMain::toggleToolBar(bool on) {
     mpToolbar_->setChecked(on);
     toolbar_->setVisible(on);
-    RunReported(QStringLiteral("mpToolbar_Click"), [on] { SetSysValue(QStringLiteral("GUI_ToolBarEnabled"), on); });
+    RunReported(QStringLiteral("mpToolbar_Click"), [on] { setSetting<Setting::GUI_ToolBarEnabled>(on); });
 }
 
 void frmMain::toggleImageDisplay(bool on) {
     mpToggleBildanzeige_->setChecked(on);
     viewer_->setActionsEnabled(on);
-    RunReported(QStringLiteral("mpToggleBildanzeige_Click"),
-                [on] { SetSysValue(QStringLiteral("GUI_BildanzeigeEnabled"), on); });
+    RunReported(QStringLiteral("mpToggleBildanzeige_Click"), [on] { setSetting<Setting::GUI_BildanzeigeEnabled>(on); });
     if (on)
         viewer_->showPage(current_);
     else
@@ -467,8 +461,7 @@ void frmMain::toggleImageDisplay(bool on) {
 void frmMain::toggleFullScreen(bool on) {
     auto store = [this](bool state) {
         mpVollbild_->setChecked(state);
-        RunReported(QStringLiteral("mpVollbild_Click"),
-                    [state] { SetSysValue(QStringLiteral("GUI_VollbildEnabled"), state); });
+        RunReported(QStringLiteral("mpVollbild_Click"), [state] { setSetting<Setting::GUI_VollbildEnabled>(state); });
     };
     store(on);
     if (!on)

@@ -84,7 +84,7 @@ private:
     void connectActions();
     void connectKeys();
     void loadForm();
-    void applyStoredToggle(QAction* item, const char* setting);
+    void applyStoredToggle(QAction* item, bool on);
     void toggleStatusBar(bool on);
     void toggleToolBar(bool on);
     void toggleImageDisplay(bool on);
