@@ -7,6 +7,7 @@
 #include "ExportQueue.h"
 #include "FieldNavigator.h"
 #include "KeyRules.h"
+#include "ScanActions.h"
 #include "StatusBarProgress.h"
 #include "ViewerLink.h"
 #include "WindowPositions.h"
@@ -101,6 +102,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     buildButtons();
     fields_ = new FieldNavigator(this, datensatz_, fieldNames(), buttonOK_);
     viewer_ = new ViewerLink(this, *fields_);
+    scan_ = new ScanActions(this, buttonScannen_, [this] { takeAndShowNext(); });
     auto* left = new QVBoxLayout;
     left->addWidget(datensatz_);
     auto* info = new QHBoxLayout;
@@ -239,9 +241,6 @@ void frmMain::buildButtons() {
 void frmMain::buildMenus() {
     // Shortcut texts follow a tab in the caption only: the keys themselves belong to the form's key
     // handling, which a real menu shortcut would pre-empt.
-    mpScannen_ = makeAction(this, "mpScannen", "&Scannen");
-    mpScannerSelect_ = makeAction(this, "mpScannerSelect", "Scanner &auswählen...");
-    mpScannerSettings_ = makeAction(this, "mpScannerSettings", "Scanner&einstellungen...");
     mpDrucken_ = makeAction(this, "mpDrucken", "&Drucken");
     mpEnde_ = makeAction(this, "mpEnde", "&Beenden");
     mpOKWeiter_ = makeAction(this, "mpOKWeiter", "&OK / übergeben");
@@ -262,7 +261,7 @@ void frmMain::buildMenus() {
         return m;
     };
     QMenu* datei = menu("mnuDatei", "&Datei");
-    datei->addActions({mpScannen_, mpScannerSelect_, mpScannerSettings_});
+    datei->addActions({scan_->scan, scan_->select, scan_->settings});
     datei->addSeparator();
     datei->addAction(mpDrucken_);
     datei->addSeparator();
@@ -295,7 +294,7 @@ void frmMain::buildToolBar() {
     QStyle* s = style();
     mpOKWeiter_->setIcon(s->standardIcon(QStyle::SP_DialogApplyButton));
     mpBelegLoeschen_->setIcon(s->standardIcon(QStyle::SP_TrashIcon));
-    mpScannen_->setIcon(glyphIcon(QStringLiteral("Scan")));
+    scan_->scan->setIcon(glyphIcon(QStringLiteral("Scan")));
     viewer_->zoomIn->setIcon(glyphIcon(QStringLiteral("+")));
     viewer_->zoomOut->setIcon(glyphIcon(QString(QChar(0x2212))));
     viewer_->left->setIcon(s->standardIcon(QStyle::SP_ArrowLeft));
@@ -305,7 +304,7 @@ void frmMain::buildToolBar() {
     mpVollbild_->setIcon(s->standardIcon(QStyle::SP_TitleBarMaxButton));
     toolbar_->addActions({mpOKWeiter_, mpBelegLoeschen_});
     toolbar_->addSeparator();
-    toolbar_->addAction(mpScannen_);
+    toolbar_->addAction(scan_->scan);
     toolbar_->addSeparator();
     toolbar_->addActions({mpToggleBildanzeige_, viewer_->zoomIn, viewer_->zoomOut, viewer_->left, viewer_->right,
                           viewer_->up, viewer_->down});
@@ -349,10 +348,6 @@ void frmMain::connectActions() {
     connect(buttonBeenden_, &QPushButton::clicked, this, &frmMain::actionBeenden);
     connect(mpEnde_, &QAction::triggered, this, &frmMain::actionBeenden);
 
-    connect(buttonScannen_, &QPushButton::clicked, this, &frmMain::actionScannen);
-    connect(mpScannen_, &QAction::triggered, this, &frmMain::actionScannen);
-    connect(mpScannerSelect_, &QAction::triggered, this, &frmMain::actionScannerSelect);
-    connect(mpScannerSettings_, &QAction::triggered, this, &frmMain::actionScanner_Settings);
     connect(mpStatusBar_, &QAction::triggered, this, &frmMain::toggleStatusBar);
     connect(mpToolbar_, &QAction::triggered, this, &frmMain::toggleToolBar);
     connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);
