@@ -19,14 +19,13 @@
 
 namespace {
 
-class WindowWorkflow : public MainWindowTest {
-protected:
-    QPushButton* button(const QString& name) const { return window->findChild<QPushButton*>(name); }
-    QAction* action(const QString& name) const { return window->findChild<QAction*>(name); }
-};
+using WindowWorkflow = MainWindowTest;
 
-TEST_F(WindowWorkflow, shows_the_first_waiting_record_and_holds_it_for_this_workstation) {
-    const QVector<qint32> records = insertDemoRecords(3);
+// The first waiting record is shown and held for this workstation; discarding asks, then deletes
+// the record and its image and shows the next.
+TEST_F(WindowWorkflow, shows_the_first_waiting_record_and_verwerfen_asks_then_deletes_it_and_its_image) {
+    const QVector<qint32> records = insertDemoRecords(2);
+    const QString image = writeImage("31901001.tif");
     open();
     EXPECT_EQ(window->currentRecord(), records[0]);
     EXPECT_EQ(field("NACHNAME")->text(), "Huber");
@@ -36,12 +35,7 @@ TEST_F(WindowWorkflow, shows_the_first_waiting_record_and_holds_it_for_this_work
     EXPECT_EQ(focusedName(), "FORM_ID"); // GUI_FocusField of the demo settings
     EXPECT_TRUE(window->windowTitle().startsWith("Veridon - Beleg"));
     EXPECT_EQ(workflowOf(records[0]), "30/1");
-}
 
-TEST_F(WindowWorkflow, verwerfen_asks_then_deletes_the_record_and_its_image_and_shows_the_next) {
-    const QVector<qint32> records = insertDemoRecords(2);
-    const QString image = writeImage("31901001.tif");
-    open();
     // No keeps everything, the operator's change included.
     field("NACHNAME")->setText("Huber-Berger");
     messages.queueAnswer(MsgBox::No);
@@ -103,38 +97,11 @@ TEST_F(WindowWorkflow, leaving_asks_then_discards_the_record_on_screen_and_keeps
     EXPECT_TRUE(QFileInfo::exists(elsewhere));
 }
 
-TEST_F(WindowWorkflow, an_empty_pool_leaves_an_empty_form_whose_actions_only_beep) {
-    open();
-    EXPECT_EQ(window->currentRecord(), -1);
-    EXPECT_EQ(window->windowTitle(), "Veridon ");
-    EXPECT_FALSE(window->findChild<QWidget*>("Datensatz")->isEnabled());
-    EXPECT_EQ(field("NACHNAME")->text(), "");
-    action("mpBelegLoeschen")->trigger();
-    key(Qt::Key_F2);
-    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    // Leaving an empty form asks nothing.
-    EXPECT_TRUE(window->close());
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-TEST_F(WindowWorkflow, display_toggles_follow_the_settings_and_are_stored_at_once) {
+// Captions follow the language, the window its stored place, and the display toggles the settings;
+// a toggle is stored at once.
+TEST_F(WindowWorkflow, captions_place_and_display_toggles_follow_the_settings) {
     setting("GUI_ToolBarEnabled", false);
     setting("GUI_StatusBarEnabled", true);
-    insertDemoRecords(1);
-    open();
-    EXPECT_FALSE(window->findChild<QToolBar*>("Toolbar1")->isVisible());
-    EXPECT_FALSE(action("mpToolbar")->isChecked());
-    EXPECT_TRUE(window->statusBar()->isVisible());
-
-    action("mpStatusBar")->trigger();
-    EXPECT_FALSE(window->statusBar()->isVisible());
-    EXPECT_FALSE(GetSysFlag("GUI_StatusBarEnabled", true));
-    action("mpToolbar")->trigger();
-    EXPECT_TRUE(window->findChild<QToolBar*>("Toolbar1")->isVisible());
-    EXPECT_TRUE(GetSysFlag("GUI_ToolBarEnabled", false));
-}
-
-TEST_F(WindowWorkflow, captions_follow_the_language_and_the_window_its_stored_place) {
     setting("APP_Language", "EN");
     ReloadLanguage();
     execSql("INSERT INTO zvbSysWindowPositions (formName, x, y, dx, dy) VALUES ('frmMain', 120, 90, 800, 560)");
@@ -147,6 +114,15 @@ TEST_F(WindowWorkflow, captions_follow_the_language_and_the_window_its_stored_pl
     EXPECT_EQ(window->menuBar()->findChild<QMenu*>("mnuDatei")->title(), "&File");
     EXPECT_EQ(window->pos(), QPoint(120, 90));
     EXPECT_EQ(window->size(), QSize(800, 560));
+    EXPECT_FALSE(window->findChild<QToolBar*>("Toolbar1")->isVisible());
+    EXPECT_FALSE(action("mpToolbar")->isChecked());
+    EXPECT_TRUE(window->statusBar()->isVisible());
+    action("mpStatusBar")->trigger();
+    EXPECT_FALSE(window->statusBar()->isVisible());
+    EXPECT_FALSE(GetSysFlag("GUI_StatusBarEnabled", true));
+    action("mpToolbar")->trigger();
+    EXPECT_TRUE(window->findChild<QToolBar*>("Toolbar1")->isVisible());
+    EXPECT_TRUE(GetSysFlag("GUI_ToolBarEnabled", false));
 
     // Closed somewhere else, it comes back there next time.
     window->move(200, 150);
