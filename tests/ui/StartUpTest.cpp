@@ -72,8 +72,9 @@ TEST_F(DatabaseCheck, asks_for_an_unreachable_database_and_stores_the_choice) {
         EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
         EXPECT_TRUE(
             messages.saw(QString("Der aktuell eingestellte Zugriffspfad lautet: '%1'").arg(c.stored.toString())));
-        if (c.answer == file) // the first dialog; later ones start where the last one ended
+        if (c.answer == file) { // the first dialog; later ones start where the last one ended
             EXPECT_EQ(startFolder, QDir(home.dir()).absolutePath());
+        }
         EXPECT_EQ(messages.saw("Ohne zentrale Programmdatenbank kann die Anwendung nicht arbeiten."), !c.passes);
     }
 }
