@@ -19,11 +19,8 @@ TEST_F(Print, default_report_of_the_workstation_state_prints_its_pages_in_order_
     EXPECT_FALSE(first.landscape());
     EXPECT_NEAR(first.width, 595, 1) << "A4";
     EXPECT_AT(first, "Huber", 15, 52);
-    EXPECT_AT(first, "Maria", 15, 70);
     EXPECT_AT(first, "03.07.1961", 15, 88);
     EXPECT_AT(first, "1236030761", 95, 88);
-    EXPECT_AT(first, "AT", 15, 106);
-    EXPECT_AT(first, "1100", 15, 124);
     EXPECT_AT(first, "80040001234567890123", 15, 142);
     EXPECT_AT(first, "31.12.2029", 125, 142);
 
@@ -50,7 +47,6 @@ TEST_F(Print, outpatient_report_prints_in_landscape_from_its_wide_template) {
     EXPECT_NEAR(p.width, 842, 1);
     EXPECT_AT(p, "Rossi", 15, 48);
     EXPECT_AT(p, "RSSGPP50A01H501S", 70, 84);
-    EXPECT_AT(p, "120207", 150, 48);
     EXPECT_AT(p, "80380000000123456789", 150, 66);
 }
 
