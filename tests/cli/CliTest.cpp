@@ -8,8 +8,15 @@
 
 namespace {
 
+// A missing database is reported, not created; init creates the home and overwrites it only when
+// forced.
 TEST(CommandLine, init_creates_a_home_and_refuses_to_overwrite_it) {
     TempHome home(TempHome::Content::Empty);
+    CliRun info = runCli({"--home", home.dir(), "info"});
+    EXPECT_EQ(info.exitCode, 1);
+    EXPECT_TRUE(info.err.contains("data.mdb"));
+    EXPECT_FALSE(QFileInfo::exists(home.path("data.mdb")));
+
     CliRun first = runCli({"--home", home.dir(), "init"});
     EXPECT_EQ(first.exitCode, 0) << first.err.toStdString();
     EXPECT_TRUE(QFileInfo::exists(home.path("data.mdb")));
@@ -37,14 +44,6 @@ TEST(CommandLine, sql_prints_rows_tab_separated_under_a_header) {
     CliRun failing = runCli({"--home", home.dir(), "sql", "SELECT * FROM Gibtsnicht"});
     EXPECT_EQ(failing.exitCode, 1) << "a failing statement is a reported failure";
     EXPECT_TRUE(failing.err.contains("Gibtsnicht"));
-}
-
-TEST(CommandLine, missing_database_is_reported_not_created) {
-    TempHome home(TempHome::Content::Empty);
-    CliRun run = runCli({"--home", home.dir(), "info"});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(run.err.contains("data.mdb"));
-    EXPECT_FALSE(QFileInfo::exists(home.path("data.mdb")));
 }
 
 TEST(CommandLine, usage_errors_exit_with_two) {

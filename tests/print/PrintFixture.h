@@ -39,12 +39,10 @@ protected:
         return QDir(home.path(QStringLiteral("berichte")))
             .entryList({QStringLiteral("*.pdf")}, QDir::Files, QDir::Name);
     }
+    // The only page of the file; an empty page when the file has more or fewer than one.
     PdfPage page(const QString& file) const {
         const QVector<PdfPage> pages = readPdf(home.path(QStringLiteral("berichte/")) + file);
         return pages.size() == 1 ? pages.first() : PdfPage{};
-    }
-    int pageCount(const QString& file) const {
-        return int(readPdf(home.path(QStringLiteral("berichte/")) + file).size());
     }
 
     // A bitmap template of width x height pixels in the home, registered as report id.

@@ -30,10 +30,6 @@ void writeStandInEvaluation(const TempHome& home, int seconds) {
     QFile::setPermissions(path, QFile::permissions(path) | QFile::ExeOwner);
 }
 
-QStringList scanFolder(const TempHome& home) {
-    return QDir(home.path(QStringLiteral("scan"))).entryList(QDir::Files, QDir::Name);
-}
-
 TiffFacts readTiff(const QString& path) {
     TiffFacts facts;
     TIFF* tif = TIFFOpen(QFile::encodeName(path).constData(), "r");

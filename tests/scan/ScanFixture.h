@@ -16,9 +16,6 @@ void useTestSane();
 // starts, then gives every page the surname "Huber" and the page's own name as BMPName.
 void writeStandInEvaluation(const TempHome& home, int seconds = 0);
 
-// The names of the files in the home's scan folder, sorted.
-QStringList scanFolder(const TempHome& home);
-
 struct TiffFacts {
     int compression = 0;
     int width = 0;

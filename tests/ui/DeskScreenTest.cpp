@@ -31,12 +31,6 @@ protected:
                                     home.path("images/" + form["BMPName"])));
     }
     static QRect workArea() { return QGuiApplication::primaryScreen()->availableGeometry(); }
-    static QWidget* viewer() {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->isVisible() && w->windowTitle() == "ZV-Beleg Image Viewer")
-                return w;
-        return nullptr;
-    }
     QRect fieldsOnScreen() const {
         const QWidget* box = window->findChild<QWidget*>("Datensatz");
         return QRect(box->mapToGlobal(QPoint(0, 0)), box->size());

@@ -16,23 +16,11 @@ namespace {
 class HandOverWindow : public MainWindowTest {
 protected:
     HandOverWindow() {
-        // Reports are the export's own business; here no report is due.
-        setting("Report_Ambrix_Country", 0);
-        setting("Report_Other_Country", 0);
+        noReports();
         setting("Cursor_F2", true);
         // The scans of the first demo forms lie in the image folder, as after an import.
         for (const char* image : {"31901001.tif", "31901002.tif", "31901003.tif"})
             writeImage(image);
-    }
-    QPushButton* okButton() const { return window->findChild<QPushButton*>("buttonOK"); }
-    QWidget* errorList() const {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->objectName() == "frmFehler" && w->isVisible())
-                return w;
-        return nullptr;
-    }
-    bool exported(const QString& image) const {
-        return QFileInfo::exists(home.path("export/" + QFileInfo(image).completeBaseName() + ".xml"));
     }
     // A demo form with an unread character in its name.
     qint32 insertUnread(int form) {
@@ -45,7 +33,7 @@ protected:
 TEST_F(HandOverWindow, ok_with_errors_keeps_the_record_and_lists_the_errors) {
     const qint32 unread = insertUnread(0);
     open();
-    QTest::mouseClick(okButton(), Qt::LeftButton);
+    QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
 
     EXPECT_EQ(workflowOf(unread), "30/1");
     EXPECT_EQ(window->currentRecord(), unread);
@@ -63,12 +51,24 @@ TEST_F(HandOverWindow, ok_with_errors_keeps_the_record_and_lists_the_errors) {
     // Ctrl+F hands the keyboard to the list.
     key(Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(focused(), list->findChild<QPlainTextEdit*>("txtFehler"));
+
+    // Corrected, it goes; keys typed and the field corrected count in the day's statistics.
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    field("NACHNAME")->setFocus();
+    key(Qt::Key_F3); // empties the field
+    type("Huber");
+    QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
+    const QString stats = QString::fromLatin1(home.readFile("backup/261115/stats/arbeitsplatz_1.txt"));
+    EXPECT_TRUE(stats.contains("Uebergeben=1\r\n")) << stats.toStdString();
+    EXPECT_TRUE(stats.contains("FelderKorrigiert=1\r\n")) << stats.toStdString();
+    EXPECT_TRUE(stats.contains("Tastenanschlaege=7\r\n")) << "Ctrl+F, F3 and five letters; " << stats.toStdString();
 }
 
 TEST_F(HandOverWindow, ok_on_a_clean_record_exports_it_and_shows_the_next) {
     const QVector<qint32> records = insertDemoRecords(2);
     open();
-    QTest::mouseClick(okButton(), Qt::LeftButton);
+    QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
     // The next record is on screen first; the handed-over one is saved and waits for its export.
     EXPECT_EQ(window->currentRecord(), records[1]);
     EXPECT_EQ(field("NACHNAME")->text(), "de Vries");
@@ -79,68 +79,45 @@ TEST_F(HandOverWindow, ok_on_a_clean_record_exports_it_and_shows_the_next) {
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
-TEST_F(HandOverWindow, keys_typed_and_the_field_corrected_count_in_the_days_statistics) {
-    insertUnread(0);
-    open();
-    field("NACHNAME")->setFocus();
-    key(Qt::Key_F3); // empties the field
-    type("Huber");
-    QTest::mouseClick(okButton(), Qt::LeftButton);
-    const QString stats = QString::fromLatin1(home.readFile("backup/261115/stats/arbeitsplatz_1.txt"));
-    EXPECT_TRUE(stats.contains("Uebergeben=1\r\n")) << stats.toStdString();
-    EXPECT_TRUE(stats.contains("FelderKorrigiert=1\r\n")) << stats.toStdString();
-    EXPECT_TRUE(stats.contains("Tastenanschlaege=6\r\n")) << "F3 and five letters; " << stats.toStdString();
-}
-
-TEST_F(HandOverWindow, f2_with_wie_weit_2_hands_over_a_batch_until_a_record_needs_the_operator) {
-    setting("F2_WieWeitSuchen", 2);
+// At the end of a record F2 does as F2_WieWeitSuchen says: 1 goes to "OK", 0 hands over and the
+// next record starts at its first field (not at its "?"), 2 hands over a batch until a record
+// needs the operator. Shift+F2 never hands over.
+TEST_F(HandOverWindow, f2_at_the_end_of_a_record_follows_wie_weit_suchen) {
     const QVector<FormValues> forms = demoForms();
     const qint32 clean = insertRecord(forms.at(0));
-    insertRecord(forms.at(1));
     const qint32 unread = insertUnread(2);
+    insertRecord(forms.at(1));
     open();
-    key(Qt::Key_F2);
-    EXPECT_TRUE(exported("31901001.tif"));
-    EXPECT_TRUE(exported("31901002.tif"));
-    EXPECT_EQ(workflowOf(clean), "");
-    EXPECT_EQ(window->currentRecord(), unread);
-    EXPECT_EQ(focusedName(), "NACHNAME");
-    EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
+    setting("F2_WieWeitSuchen", 2);
+    key(Qt::Key_Tab);
+    key(Qt::Key_F2, Qt::ShiftModifier);
+    EXPECT_EQ(focusedName(), "SCANDAT");
 
-    // Corrected, the last record goes with F2 as well, and the form is empty.
-    type("p");
-    key(Qt::Key_F2);
-    EXPECT_TRUE(exported("31901003.tif"));
-    EXPECT_EQ(window->currentRecord(), -1);
-}
-
-TEST_F(HandOverWindow, f2_on_a_clean_record_goes_to_ok_with_wie_weit_1_and_hands_over_with_0) {
     setting("F2_WieWeitSuchen", 1);
-    const qint32 clean = insertRecord(demoForms().at(0));
-    const qint32 unread = insertUnread(1);
-    open();
+    field("FORM_ID")->setFocus();
     key(Qt::Key_F2);
     EXPECT_EQ(focusedName(), "buttonOK");
     EXPECT_EQ(window->currentRecord(), clean);
     EXPECT_EQ(workflowOf(clean), "30/1");
 
-    // 0: handed over, and the next record starts at its first field, not at its "?".
     setting("F2_WieWeitSuchen", 0);
     field("FORM_ID")->setFocus();
     key(Qt::Key_F2);
     EXPECT_TRUE(exported("31901001.tif"));
     EXPECT_EQ(window->currentRecord(), unread);
     EXPECT_EQ(focusedName(), "FORM_ID");
-}
 
-TEST_F(HandOverWindow, shift_f2_never_hands_over) {
     setting("F2_WieWeitSuchen", 2);
-    const QVector<qint32> records = insertDemoRecords(2);
-    open();
-    key(Qt::Key_Tab);
-    key(Qt::Key_F2, Qt::ShiftModifier);
-    EXPECT_EQ(focusedName(), "SCANDAT");
-    EXPECT_EQ(workflowOf(records[0]), "30/1");
+    key(Qt::Key_F2);
+    EXPECT_EQ(window->currentRecord(), unread);
+    EXPECT_EQ(focusedName(), "NACHNAME");
+    EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
+    // Corrected, it goes with F2, and so does the clean record after it: the form is empty.
+    type("p");
+    key(Qt::Key_F2);
+    EXPECT_TRUE(exported("31901003.tif"));
+    EXPECT_TRUE(exported("31901002.tif"));
+    EXPECT_EQ(window->currentRecord(), -1);
 }
 
 } // namespace

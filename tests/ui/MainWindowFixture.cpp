@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QLabel>
 #include <QPalette>
 
 MainWindowTest::MainWindowTest() {
@@ -51,6 +52,14 @@ QLineEdit* MainWindowTest::field(const QString& name) const {
     return window->findChild<QLineEdit*>(name);
 }
 
+QPushButton* MainWindowTest::button(const QString& name) const {
+    return window->findChild<QPushButton*>(name);
+}
+
+QAction* MainWindowTest::action(const QString& name) const {
+    return window->findChild<QAction*>(name);
+}
+
 QWidget* MainWindowTest::focused() const {
     return QApplication::focusWidget();
 }
@@ -70,6 +79,35 @@ QString MainWindowTest::writeImage(const QString& name) {
     QDir().mkpath(QFileInfo(path).absolutePath());
     EXPECT_TRUE(page.save(path, "TIFF")) << path.toStdString();
     return path;
+}
+
+bool MainWindowTest::exported(const QString& image) const {
+    return QFileInfo::exists(home.path("export/" + QFileInfo(image).completeBaseName() + ".xml"));
+}
+
+void MainWindowTest::noReports() {
+    setting("Report_Ambrix_Country", 0);
+    setting("Report_Other_Country", 0);
+}
+
+QWidget* MainWindowTest::viewer() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && w->windowTitle() == "ZV-Beleg Image Viewer")
+            return w;
+    return nullptr;
+}
+
+QString MainWindowTest::viewerStatus() {
+    QWidget* v = viewer();
+    auto* status = v ? v->findChild<QLabel*>("zvbkorStatus") : nullptr;
+    return status ? status->text() : QString();
+}
+
+QWidget* MainWindowTest::errorList() {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->objectName() == "frmFehler" && w->isVisible())
+            return w;
+    return nullptr;
 }
 
 QColor colourFromReference(qint32 reference) {

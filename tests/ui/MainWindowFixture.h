@@ -7,7 +7,9 @@
 #include "HomeTest.h"
 #include "ui/frmMain.h"
 
+#include <QAction>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <memory>
 
@@ -28,6 +30,8 @@ protected:
     void tabTo(const QString& name);
 
     QLineEdit* field(const QString& name) const;
+    QPushButton* button(const QString& name) const;
+    QAction* action(const QString& name) const;
     QWidget* focused() const;
     QString focusedName() const;
     // The background colour a field shows.
@@ -35,6 +39,17 @@ protected:
 
     // A small image file named name in the home's image folder; returns its path.
     QString writeImage(const QString& name);
+    // True once the record of the image has been exported.
+    bool exported(const QString& image) const;
+    // Reports are the export's own business; here none is due and nothing asks for one.
+    void noReports();
+
+    // The image viewer's window while it is shown (found by its caption, as the window finds it),
+    // and its status line.
+    static QWidget* viewer();
+    static QString viewerStatus();
+    // The error list while it is shown.
+    static QWidget* errorList();
 
     std::unique_ptr<frmMain> window;
 };

@@ -16,10 +16,7 @@
 
 namespace {
 
-class MenuWindows : public MainWindowTest {
-protected:
-    QAction* action(const QString& name) const { return window->findChild<QAction*>(name); }
-};
+using MenuWindows = MainWindowTest;
 
 TEST_F(MenuWindows, beleg_zum_test_opens_with_the_records_image_name) {
     insertDemoRecords(1);
@@ -58,12 +55,6 @@ TEST_F(MenuWindows, drucken_prints_the_record_as_corrected_on_screen) {
     // Report_Other_Country 1: the inpatient report, two pages for a German workstation.
     EXPECT_EQ(pdf.writtenFiles().size(), 2) << messages.prompts().join("|").toStdString();
     EXPECT_EQ(WerteArray().GetValue("VORNAME"), "Jan-Pieter");
-
-    // A field that fails keeps the printer silent and says why.
-    field("CARD_ID")->setText("8052A");
-    action("mpDrucken")->trigger();
-    EXPECT_EQ(pdf.writtenFiles().size(), 2);
-    EXPECT_TRUE(messages.saw("Daten enthalten noch Fehler, Drucken nicht möglich!"));
     setReportPrinter(nullptr);
 }
 

@@ -20,8 +20,7 @@ protected:
     void SetUp() override {
         if (testPoolServer().isEmpty())
             GTEST_SKIP() << "läuft in der Pool-Variante dieses Testprogramms (pool:...)";
-        setting("Report_Ambrix_Country", 0);
-        setting("Report_Other_Country", 0);
+        noReports();
         writeImage("31901001.tif");
     }
 
@@ -53,9 +52,8 @@ TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_ne
     QTest::mouseClick(ok, Qt::LeftButton);
     // The check is the first to reach for the server: the error list says it does not answer.
     QString shown = messages.prompts().join("|");
-    for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->objectName() == "frmFehler" && w->isVisible())
-            shown += w->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
+    if (QWidget* list = errorList())
+        shown += list->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
     EXPECT_TRUE(shown.contains("antwortet nicht. Ihre Eingaben bleiben erhalten")) << shown.toStdString();
     EXPECT_EQ(window->currentRecord(), records[0]);
     EXPECT_EQ(field("VORNAME")->text(), "Maria Theresia");

@@ -25,63 +25,58 @@ namespace {
 
 class DatabaseCheck : public HomeTest {};
 
-TEST_F(DatabaseCheck, a_reachable_central_database_passes_without_a_word) {
-    ASSERT_EQ(GetSysText("APP_ServerDB"), home.path("data.mdb"));
-    frmInit init;
-    init.show();
-    EXPECT_TRUE(init.checkDatabase());
-    EXPECT_FALSE(init.isVisible());
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-TEST_F(DatabaseCheck, a_folder_instead_of_a_file_asks_for_the_database_and_stores_the_choice) {
-    const QString elsewhere = home.writeFile("zentral/data.mdb", "SQLite format 3");
-    SetSysValue("APP_ServerDB", home.path("zentral"));
-    frmInit init;
-    QString startFolder;
-    QObject::connect(&init, &frmInit::fileDialogOpened, [&](QFileDialog* dialog) {
-        startFolder = dialog->directory().absolutePath();
-        QTimer::singleShot(0, dialog, [dialog, elsewhere] {
-            dialog->selectFile(elsewhere);
-            static_cast<QDialog*>(dialog)->accept(); // through QDialog, where accept() is public
-        });
-    });
-    init.show();
-    EXPECT_TRUE(init.checkDatabase());
-    ASSERT_EQ(messages.messages().size(), 1);
-    EXPECT_TRUE(messages.saw(QString("Der aktuell eingestellte Zugriffspfad lautet: '%1'").arg(home.path("zentral"))));
-    EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
-    EXPECT_EQ(startFolder, QDir(home.dir()).absolutePath());
-    EXPECT_EQ(GetSysText("APP_ServerDB"), elsewhere);
-}
-
-TEST_F(DatabaseCheck, cancelling_the_dialog_ends_the_program_with_a_message) {
-    SetSysValue("APP_ServerDB", QVariant());
-    frmInit init;
-    QObject::connect(&init, &frmInit::fileDialogOpened,
-                     [](QFileDialog* dialog) { QTimer::singleShot(0, dialog, &QFileDialog::reject); });
-    init.show();
-    EXPECT_FALSE(init.checkDatabase());
-    EXPECT_TRUE(messages.saw("lautet: ''"));
-    EXPECT_TRUE(messages.saw("Ohne zentrale Programmdatenbank kann die Anwendung nicht arbeiten."));
-    EXPECT_EQ(GetSysText("APP_ServerDB", "(null)"), "(null)");
-}
-
-TEST_F(DatabaseCheck, a_pool_server_that_does_not_answer_asks_again_and_takes_a_typed_address) {
-    const QString silent = "postgresql://veridon@127.0.0.1:1/pool";
+// A reachable central database passes without a word. One that is not there (a folder, nothing
+// set, a pool server that does not answer) is named in a message and asked for with the file
+// dialog, which starts in the home; the choice (a file, a typed address) is stored, and
+// cancelling ends the program.
+TEST_F(DatabaseCheck, asks_for_an_unreachable_database_and_stores_the_choice) {
+    const QString file = home.writeFile("zentral/data.mdb", "SQLite format 3");
     const QString other = "postgresql://veridon@127.0.0.1:2/pool";
-    SetSysValue("APP_ServerDB", silent);
-    frmInit init;
-    QObject::connect(&init, &frmInit::fileDialogOpened, [&](QFileDialog* dialog) {
-        QTimer::singleShot(0, dialog, [dialog, other] {
-            dialog->findChild<QLineEdit*>("fileNameEdit")->setText(other);
-            static_cast<QDialog*>(dialog)->accept();
+    const struct {
+        QVariant stored;
+        QString answer; // empty: cancel
+        bool passes;
+        QString storedAfter;
+    } cases[] = {
+        {home.path("data.mdb"), {}, true, home.path("data.mdb")},
+        {home.path("zentral"), file, true, file},
+        {"postgresql://veridon@127.0.0.1:1/pool", other, true, other},
+        {QVariant(), {}, false, "(null)"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.stored.toString().toStdString());
+        messages.clear();
+        SetSysValue("APP_ServerDB", c.stored);
+        frmInit init;
+        QString startFolder;
+        QObject::connect(&init, &frmInit::fileDialogOpened, [&](QFileDialog* dialog) {
+            startFolder = dialog->directory().absolutePath();
+            QTimer::singleShot(0, dialog, [dialog, answer = c.answer] {
+                if (answer.isEmpty())
+                    return dialog->reject();
+                if (answer.startsWith("postgresql:"))
+                    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(answer);
+                else
+                    dialog->selectFile(answer);
+                static_cast<QDialog*>(dialog)->accept(); // through QDialog, where accept() is public
+            });
         });
-    });
-    init.show();
-    EXPECT_TRUE(init.checkDatabase());
-    EXPECT_TRUE(messages.saw(QString("Der aktuell eingestellte Zugriffspfad lautet: '%1'").arg(silent)));
-    EXPECT_EQ(GetSysText("APP_ServerDB"), other);
+        init.show();
+        EXPECT_EQ(init.checkDatabase(), c.passes);
+        EXPECT_EQ(GetSysText("APP_ServerDB", "(null)"), c.storedAfter);
+        if (c.storedAfter == c.stored.toString()) {
+            EXPECT_FALSE(init.isVisible());
+            EXPECT_TRUE(messages.messages().isEmpty());
+            continue;
+        }
+        EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
+        EXPECT_TRUE(
+            messages.saw(QString("Der aktuell eingestellte Zugriffspfad lautet: '%1'").arg(c.stored.toString())));
+        if (c.answer == file) { // the first dialog; later ones start where the last one ended
+            EXPECT_EQ(startFolder, QDir(home.dir()).absolutePath());
+        }
+        EXPECT_EQ(messages.saw("Ohne zentrale Programmdatenbank kann die Anwendung nicht arbeiten."), !c.passes);
+    }
 }
 
 TEST(SingleInstanceGuard, a_second_start_on_the_same_home_brings_the_first_forward) {
@@ -135,41 +130,39 @@ protected:
 };
 
 // Every button has its letter, the captions follow the language, and a question that deletes
-// defaults to No: a hasty Enter keeps the record.
+// defaults to No: a hasty Enter keeps the record. A message shows its lines and closes with Enter;
+// the busy cursor waits outside the box.
 TEST_F(MessageBoxes, answers_by_key_in_the_operators_language_with_no_as_the_safe_default) {
     const QString question = "Wollen Sie wirklich den aktuellen Datensatz verwerfen?";
     const int askDelete = MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2;
     const struct {
         const char* language;
+        QString text;
+        int buttons;
         int key;
         int expected;
-        QStringList buttons;
+        QStringList captions;
     } cases[] = {
-        {"DE", Qt::Key_Return, MsgBox::No, {"&Ja", "&Nein"}}, {"DE", Qt::Key_J, MsgBox::Yes, {"&Ja", "&Nein"}},
-        {"DE", Qt::Key_Escape, MsgBox::No, {"&Ja", "&Nein"}}, {"EN", Qt::Key_Y, MsgBox::Yes, {"&Yes", "&No"}},
-        {"EN", Qt::Key_Return, MsgBox::No, {"&Yes", "&No"}},
+        {"DE", question, askDelete, Qt::Key_Return, MsgBox::No, {"&Ja", "&Nein"}},
+        {"DE", question, askDelete, Qt::Key_J, MsgBox::Yes, {"&Ja", "&Nein"}},
+        {"DE", question, askDelete, Qt::Key_Escape, MsgBox::No, {"&Ja", "&Nein"}},
+        {"EN", question, askDelete, Qt::Key_Y, MsgBox::Yes, {"&Yes", "&No"}},
+        {"EN", question, askDelete, Qt::Key_Return, MsgBox::No, {"&Yes", "&No"}},
+        {"DE", "Zeile 1\r\nZeile 2", MsgBox::Information, Qt::Key_Return, MsgBox::OK, {"&OK"}},
     };
+    QApplication::setOverrideCursor(Qt::WaitCursor);
     for (const auto& c : cases) {
         SetSysValue("APP_Language", c.language);
         ReloadLanguage();
         QtMessagePresenter presenter;
         BoxAnswerer answerer(c.key);
         answerer.arm();
-        EXPECT_EQ(zvMsgBox(question, askDelete), c.expected) << c.language << " key " << c.key;
-        EXPECT_EQ(answerer.seenButtons, c.buttons);
-        EXPECT_EQ(answerer.focused, c.buttons.last()) << "the default button has the focus";
+        EXPECT_EQ(zvMsgBox(c.text, c.buttons), c.expected) << c.language << " key " << c.key;
+        EXPECT_EQ(answerer.seenButtons, c.captions);
+        EXPECT_EQ(answerer.focused, c.captions.last()) << "the default button has the focus";
+        EXPECT_EQ(answerer.seenText, QString(c.text).replace("\r\n", "\n"));
+        EXPECT_TRUE(answerer.cursorLifted);
     }
-}
-
-TEST_F(MessageBoxes, the_busy_cursor_waits_outside_and_a_message_closes_with_enter) {
-    QtMessagePresenter presenter;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    BoxAnswerer ok(Qt::Key_Return);
-    ok.arm();
-    EXPECT_EQ(zvMsgBox("Zeile 1\nZeile 2", MsgBox::Information), MsgBox::OK);
-    EXPECT_EQ(ok.seenText, "Zeile 1\nZeile 2");
-    EXPECT_EQ(ok.seenButtons, QStringList{"&OK"});
-    EXPECT_TRUE(ok.cursorLifted);
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     QApplication::restoreOverrideCursor();

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -46,14 +47,15 @@ protected:
     QLineEdit* nachname = nullptr;
 };
 
-TEST_F(ViewerFocus, form_keeps_the_keyboard) {
+// Typing goes on in the form while the viewer opens, follows another field, scrolls, zooms, turns
+// and inverts. Full screen shows the whole page with the mark and takes all input until Escape
+// (other keys do not end it); afterwards the form has the keyboard again.
+TEST_F(ViewerFocus, the_form_keeps_the_keyboard_except_in_full_screen_until_escape) {
     ASSERT_EQ(show(path, surnameBlock, "NACHNAME"), 1);
     QTest::qWait(50);
     ASSERT_NE(viewerWindow(), nullptr);
     EXPECT_TRUE(viewerWindow()->isVisible());
-    EXPECT_FALSE(viewerWindow()->isActiveWindow());
     EXPECT_TRUE(formHasKeyboard());
-
     type(form, QStringLiteral("Hu"));
     // raised the way the main window raises it: found by caption, brought up without activation
     viewerWindow()->raise();
@@ -66,12 +68,10 @@ TEST_F(ViewerFocus, form_keeps_the_keyboard) {
     type(form, QStringLiteral("ber"));
     EXPECT_TRUE(formHasKeyboard());
     EXPECT_EQ(nachname->text(), QStringLiteral("Huber"));
-}
-
-// Full screen shows the whole page with the mark and takes all input until Escape (other keys do
-// not end it); afterwards the form has the keyboard again.
-TEST_F(ViewerFocus, full_screen_until_escape_then_the_form_is_active_again) {
     ASSERT_EQ(show(path, surnameBlock, "NACHNAME"), 1);
+    ASSERT_EQ(AnzeigeDrehen(-1), 1);
+    ASSERT_EQ(AnzeigeInvert(), 1);
+    nachname->clear();
     QImage seen;
     bool wasFullScreen = false, modal = false, survivedOtherKey = false;
     ASSERT_EQ(showFullScreen([&](QWidget* view) {
@@ -80,8 +80,11 @@ TEST_F(ViewerFocus, full_screen_until_escape_then_the_form_is_active_again) {
                   seen = view->grab().toImage().convertToFormat(QImage::Format_RGB32);
                   type(form, QStringLiteral("xx")); // typed at the form: blocked while full screen is up
                   QTest::keyClick(view, Qt::Key_A);
-                  survivedOtherKey = fullScreenView() != nullptr;
-                  QTest::keyClick(view, Qt::Key_Escape);
+                  // Still up once the key has been handled (the view is deleted when full screen ends).
+                  QTimer::singleShot(50, view, [&survivedOtherKey, view] {
+                      survivedOtherKey = true;
+                      QTest::keyClick(view, Qt::Key_Escape);
+                  });
               }),
               1);
     EXPECT_TRUE(wasFullScreen);

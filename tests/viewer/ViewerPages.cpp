@@ -57,11 +57,6 @@ QString writeTiff(const QTemporaryDir& dir, const QString& name, const QList<QIm
     return path;
 }
 
-const char* kindName(PageKind kind) {
-    static const char* const names[] = {"Bitonal", "Grey", "Colour"};
-    return names[int(kind)];
-}
-
 QList<QWidget*> viewerWindows() {
     QList<QWidget*> found;
     for (QWidget* w : QApplication::topLevelWidgets())

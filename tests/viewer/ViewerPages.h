@@ -41,8 +41,6 @@ QImage standardPage(PageKind kind);
 // the path. Fails the test when the file cannot be written.
 QString writeTiff(const QTemporaryDir& dir, const QString& name, const QList<QImage>& pages);
 
-const char* kindName(PageKind kind);
-
 // Shows region r of the image at path through the viewer's Anzeigen, as the main window calls it;
 // returns Anzeigen's answer (1 shown, 0 not).
 int32_t show(const QString& path, const QRect& r, const char* field = "NACHNAME", const char* offsetX = "0",

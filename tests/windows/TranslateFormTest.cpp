@@ -188,7 +188,9 @@ TEST_F(TranslateFormTest, every_key_form_reaches_its_control) {
     EXPECT_EQ(s.childLabel->text(), "Child") << "a child window translates itself when it loads";
 }
 
-TEST_F(TranslateFormTest, a_language_without_rows_shows_every_design_text) {
+// A language without rows shows every design text, silently; a text table that cannot be read is
+// a runtime error and keeps the design too.
+TEST_F(TranslateFormTest, without_texts_every_design_text_stays) {
     SampleForm designed;
     const QStringList design = visibleTexts(&designed.form);
     useLanguage("FR");
@@ -196,6 +198,15 @@ TEST_F(TranslateFormTest, a_language_without_rows_shows_every_design_text) {
     TranslateForm(&s.form);
     EXPECT_EQ(visibleTexts(&s.form), design);
     EXPECT_TRUE(messages.messages().isEmpty());
+
+    useLanguage("EN");
+    execSql("DROP TABLE sysTexts");
+    SampleForm unread;
+    TranslateForm(&unread.form);
+    EXPECT_EQ(visibleTexts(&unread.form), design);
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.messages()[0].prompt.startsWith("Laufzeitfehler in Funktion 'TranslateForm()'"))
+        << messages.messages()[0].prompt.toStdString();
 }
 
 TEST_F(TranslateFormTest, a_window_is_translated_with_one_statement) {
@@ -207,16 +218,6 @@ TEST_F(TranslateFormTest, a_window_is_translated_with_one_statement) {
     EXPECT_EQ(options.windowTitle(), "Options");
 }
 
-TEST_F(TranslateFormTest, an_unreadable_text_table_is_a_runtime_error_and_keeps_the_design) {
-    execSql("DROP TABLE sysTexts");
-    SampleForm s;
-    TranslateForm(&s.form);
-    EXPECT_EQ(s.form.windowTitle(), "Testfenster");
-    ASSERT_EQ(messages.messages().size(), 1);
-    EXPECT_TRUE(messages.messages()[0].prompt.startsWith("Laufzeitfehler in Funktion 'TranslateForm()'"))
-        << messages.messages()[0].prompt.toStdString();
-}
-
 // The shipped texts: every English text of a window reaches a control, so no key is misspelt, and
 // the German rows repeat the design texts exactly.
 class ShippedTexts : public WindowTest {
@@ -224,7 +225,6 @@ protected:
     template <class Window> void expectComplete(const QString& form) {
         useLanguage("DE");
         const QStringList german = visibleTexts(std::make_unique<Window>().get());
-        EXPECT_EQ(storedTexts("DE", form).size(), storedTexts("EN", form).size());
         execSql("DELETE FROM sysTexts WHERE Language_ID='DE' AND substr(Name, 1, ?)=?",
                 {form.size() + 1, form + QLatin1Char('_')});
         EXPECT_EQ(visibleTexts(std::make_unique<Window>().get()), german) << form.toStdString() << " design texts";

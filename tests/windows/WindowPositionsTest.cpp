@@ -29,19 +29,26 @@ protected:
     }
 };
 
+// Closing stores the place (a corner dragged off the left or top edge at the edge) and the next
+// window comes back there, also once it is shown.
 TEST_F(WindowPositions, closing_stores_the_place_and_the_next_window_comes_back_there) {
-    {
-        frmTestNotiz dialog;
-        showAt(dialog, {150, 120}, {420, 250});
-        dialog.reject();
+    const struct {
+        QPoint left;
+        WindowPosition stored;
+    } cases[] = {{{150, 120}, {150, 120, 420, 250}}, {{-40, -25}, {0, 0, 420, 250}}};
+    for (const auto& c : cases) {
+        {
+            frmTestNotiz dialog;
+            showAt(dialog, c.left, {420, 250});
+            dialog.reject();
+        }
+        EXPECT_EQ(stored("frmTestNotiz"), c.stored);
+        frmTestNotiz again;
+        EXPECT_EQ(again.geometry().size(), QSize(420, 250));
+        again.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&again));
+        EXPECT_EQ(again.pos(), QPoint(c.stored.x, c.stored.y)) << "showing does not move it";
     }
-    EXPECT_EQ(stored("frmTestNotiz"), (WindowPosition{150, 120, 420, 250}));
-    frmTestNotiz again;
-    EXPECT_EQ(again.pos(), QPoint(150, 120));
-    EXPECT_EQ(again.size(), QSize(420, 250));
-    again.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&again));
-    EXPECT_EQ(again.pos(), QPoint(150, 120)) << "showing does not move it";
 }
 
 TEST_F(WindowPositions, a_window_left_beyond_the_right_or_bottom_edge_comes_back_on_screen) {
@@ -59,13 +66,6 @@ TEST_F(WindowPositions, a_window_left_beyond_the_right_or_bottom_edge_comes_back
     WriteWindowPosition("frmFehler", {screen().width() - 76, screen().height() - 60, 300, 200});
     frmFehler errors;
     EXPECT_EQ(errors.pos(), QPoint(screen().width() - 76, 0));
-}
-
-TEST_F(WindowPositions, a_window_dragged_off_the_left_and_top_edge_is_stored_at_the_edge) {
-    frmTestNotiz dialog;
-    showAt(dialog, {-40, -25}, {420, 250});
-    dialog.reject();
-    EXPECT_EQ(stored("frmTestNotiz"), (WindowPosition{0, 0, 420, 250}));
 }
 
 TEST_F(WindowPositions, a_minimised_window_keeps_its_earlier_place) {
