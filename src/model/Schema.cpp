@@ -65,12 +65,16 @@ const TableDefinition tables[] = {
     {"zvbAutoImport_Spezifikation", "ID INTEGER, FeldNr SMALLINT, Breite SMALLINT, ZielFeld " TXT(50)},
     // The options chosen per scanner device in its settings dialog.
     {"zvbScanOptionen", "Geraet " TXT(255) ", Name " TXT(64) ", Wert " TXT(255)},
+    // The reader's candidates for each "?" of a record's fields; see model/OcrAlternatives.h.
+    {"zvbAlternativen",
+     "LfdNr INTEGER NOT NULL, Feld " TXT(50) ", Position SMALLINT, Zeichen VARCHAR(5), Wert VARCHAR(100)"},
 };
 
 const char* const indexes[] = {
     "CREATE INDEX IF NOT EXISTS ix_sysTexts ON sysTexts (Language_ID, Name)",
     "CREATE INDEX IF NOT EXISTS ix_zvbWerte_status ON zvbWerte (Workflow_Status, Workflow_KorrID)",
     "CREATE INDEX IF NOT EXISTS ix_sysStates ON sysStates (State_ID)",
+    "CREATE INDEX IF NOT EXISTS ix_zvbAlternativen ON zvbAlternativen (LfdNr)",
 };
 // clang-format on
 #undef TXT

@@ -14,6 +14,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "import/mdlImport.h"
+#include "model/OcrAlternatives.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -146,8 +147,10 @@ void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
     run.evaluated = true;
 
     RunReported(QStringLiteral("buttonScannen_Click"), [&] {
-        if (!sharedPool())
+        if (!sharedPool()) {
             execSql(QStringLiteral("DELETE * FROM zvbWerte;"));
+            DeleteOrphanAlternatives();
+        }
         const QString resultFile = GetSysText(QStringLiteral("Import_Datei"));
         if (!QFileInfo::exists(resultFile))
             return;
