@@ -25,7 +25,7 @@ const TableDefinition tables[] = {
      " GUI_FocusField " TXT(50) ", GUI_BildanzeigeEnabled BOOLEAN, GUI_StatusBarEnabled BOOLEAN,"
      " GUI_ToolBarEnabled BOOLEAN, GUI_VollbildEnabled BOOLEAN,"
      " Key_EnterLikeTab BOOLEAN, Key_NUMKommaGleichEntf BOOLEAN, Key_F2 INTEGER, Key_F3 INTEGER, Key_F4 INTEGER,"
-     " Key_OK " TXT(30) ", Key_Verwerfen " TXT(30) ","
+     " Key_OK " TXT(30) ", Key_Verwerfen " TXT(30) ", Key_Alternative " TXT(30) ","
      " Scan_Pfad " TXT(255) ", Scan_RechnerId " TXT(10) ", Scan_NrDesTages SMALLINT, Scan_TagDesJahres SMALLINT,"
      " Import_Datei " TXT(255) ", Export_Pfad " TXT(255) ","
      " Backup_Enabled " TXT(1) ", Backup_Bilder BOOLEAN, Backup_Pfad " TXT(255) ", Backup_HistoryDays SMALLINT,"
