@@ -16,7 +16,6 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "mdlImportNachbearbeitung.h"
-#include "model/OcrAlternatives.h"
 
 #include <QDate>
 #include <QFile>
