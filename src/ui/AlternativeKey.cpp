@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "AlternativeKey.h"
 
-#include "app/mdlDB.h"
+#include "app/Settings.h"
 #include "app/mdlMessages.h"
 
 #include <QKeyEvent>
@@ -14,7 +14,7 @@ namespace {
 constexpr int statusMilliseconds = 8000;
 
 QString configuredKey() {
-    return GetSysText(QStringLiteral("Key_Alternative"), QStringLiteral("F6"));
+    return setting<Setting::Key_Alternative>();
 }
 
 // "h, b (angezeigt: b) ...": every candidate, the one shown, and the keys that go on.
