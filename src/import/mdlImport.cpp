@@ -285,7 +285,7 @@ bool backupAlternativesFile(const QString& path, const QString& altTemp) {
             return true;
         const QString folder = GetBackupDir(BackupKind::ImportData, true);
         if (folder.isEmpty())
-            return GetSysText(QStringLiteral("Backup_Pfad")).trimmed().isEmpty();
+            return setting<Setting::Backup_Pfad>().trimmed().isEmpty();
         const QString target = unusedFileName(folder, QFileInfo(alternativesFileName(path)).fileName() +
                                                           QLatin1Char('_') + GetBackupTimestamp());
         QString problem;
