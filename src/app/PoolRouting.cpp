@@ -43,7 +43,9 @@ QStringList poolTables() {
             QStringLiteral("zvbAutoImport_Spezifikation"),
             // The identities of imported files belong with the records they brought: a file is
             // imported into the pool once, and its identity commits with its rows.
-            QStringLiteral("sysImportedFiles")};
+            QStringLiteral("sysImportedFiles"),
+            // A record's reading candidates live and go with the record.
+            QStringLiteral("zvbAlternativen")};
 }
 
 TableStore storeOfTable(const QString& table) {

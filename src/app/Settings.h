@@ -58,6 +58,7 @@ enum class SettingType {
     X(Key_F4, Long, "0")                                                                                               \
     X(Key_OK, Text, "F10")                                                                                             \
     X(Key_Verwerfen, Text, "F8")                                                                                       \
+    X(Key_Alternative, Text, "F6")                                                                                     \
     X(Scan_Pfad, Text, nullptr)                                                                                        \
     X(Scan_RechnerId, Text, "1")                                                                                       \
     X(Scan_NrDesTages, Integer, "1")                                                                                   \

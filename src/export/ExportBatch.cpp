@@ -12,6 +12,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/ImageFiles.h"
+#include "model/OcrAlternatives.h"
 #include "print/mdlPrint.h"
 
 #include <QFile>
@@ -362,6 +363,7 @@ void ExportBatch::finish(bool printing) {
     for (const Item& item : std::as_const(items_)) {
         remove.bindValue(0, item.number);
         execPrepared(remove);
+        DeleteAlternatives(item.number);
     }
     transaction.commit();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mdlImport.h"
 
+#include "AlternativesImport.h"
 #include "FieldLengths.h"
 #include "ImportFile.h"
 #include "ImportText.h"
@@ -253,6 +254,49 @@ void setStaleTempAside(const QString& temp, const QString& path) {
                                       .arg(temp, QString::fromLocal8Bit(std::strerror(errno))));
 }
 
+// An alternatives file left under its temporary name belongs to a result file that is gone or set
+// aside; it is kept aside too, so the next one can take its name.
+void setAlternativesAside(const QString& altTemp) {
+    if (!QFileInfo::exists(altTemp))
+        return;
+    const QString aside = staleTempAsideName(altTemp, appClock().now());
+    if (moveFileNoReplace(altTemp, aside))
+        WriteLog(procedureName(), QStringLiteral("Vorhandene Alternativendatei aufbewahrt als '%1'").arg(aside));
+}
+
+// Takes the alternatives file over with its result file; without one, or when it cannot be moved,
+// the import goes on without candidates. True when it was taken.
+bool takeAlternativesFile(const QString& path, const QString& altTemp) {
+    const QString alt = alternativesFileName(path);
+    if (alt == path || !QFileInfo::exists(alt))
+        return false;
+    if (moveFileNoReplace(alt, altTemp))
+        return true;
+    WriteLog(procedureName(), QStringLiteral("Alternativendatei '%1' nicht verschiebbar: %2")
+                                  .arg(alt, QString::fromLocal8Bit(std::strerror(errno))));
+    return false;
+}
+
+// Copies the alternatives file beside the result file's copy. False when a copy was wanted and
+// failed: the file then stays, as its result file would.
+bool backupAlternativesFile(const QString& path, const QString& altTemp) {
+    try {
+        if (!IsBackupEnabled())
+            return true;
+        const QString folder = GetBackupDir(BackupKind::ImportData, true);
+        if (folder.isEmpty())
+            return setting<Setting::Backup_Pfad>().trimmed().isEmpty();
+        const QString target = unusedFileName(folder, QFileInfo(alternativesFileName(path)).fileName() +
+                                                          QLatin1Char('_') + GetBackupTimestamp());
+        QString problem;
+        if (copyFileChecked(altTemp, target, problem))
+            return true;
+        WriteLog(procedureName(), QStringLiteral("Sicherungskopie '%1' nicht geschrieben: %2").arg(target, problem));
+    } catch (const std::exception&) {
+    }
+    return false;
+}
+
 // Copies the import file into the backup folder under a name no other copy has. Returns false
 // when a copy was wanted and could not be made whole: the file must then stay where it is.
 bool backupImportFile(const QString& path, const QString& temp) {
@@ -332,14 +376,18 @@ QString importSeparator() {
 int ImportZVBWerte(const QString& path) {
     const QString separator = importSeparator();
     const QString temp = importTempName(path);
+    const QString altTemp = alternativesTempName(temp);
     if (QFileInfo::exists(temp) || QFileInfo(temp).isSymLink())
         setStaleTempAside(temp, path);
+    setAlternativesAside(altTemp);
     if (!moveFileNoReplace(path, temp)) {
         WriteLog(procedureName(), QStringLiteral("Importdatei '%1' nicht verschiebbar: %2")
                                       .arg(path, QString::fromLocal8Bit(std::strerror(errno))));
         ShowMessage(Msg::ImportStopLocked, MsgBox::Critical, {path});
         return -1;
     }
+    const bool alternatives = takeAlternativesFile(path, altTemp);
+    bool altCopied = true;
 
     const QString table = GetValuesTable();
     qint64 lineCount = 0;
@@ -371,6 +419,7 @@ int ImportZVBWerte(const QString& path) {
         std::optional<CardLineMapping> mapping;
         if (!RunReported(QStringLiteral("ImportNachbearbeitung"), [&] { mapping = CardLineMapping::load(); })) {
             copied = backupImportFile(path, temp);
+            altCopied = !alternatives || backupAlternativesFile(path, altTemp);
             execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true"));
             return;
         }
@@ -406,6 +455,7 @@ int ImportZVBWerte(const QString& path) {
         plan.insert.reset();
 
         copied = backupImportFile(path, temp);
+        altCopied = !alternatives || backupAlternativesFile(path, altTemp);
         // Rows an earlier import left waiting after a failure are cleaned and committed with these.
         if (ImportNachbearbeitung() < 1) {
             execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true OR LfdNr>?"),
@@ -414,6 +464,9 @@ int ImportZVBWerte(const QString& path) {
             execSql(QStringLiteral("UPDATE ") + table +
                     QStringLiteral(" SET [Neuimport]=false WHERE [Neuimport]=true"));
             cleaned = true;
+            // In the same commit as the rows: the candidates of a row never outlive it.
+            if (alternatives)
+                ImportAlternatives(altTemp, temp, separator, table, numberBefore);
         }
     });
     // After a run-time error the rows read so far wait, as the file's rows always did until its
@@ -429,6 +482,7 @@ int ImportZVBWerte(const QString& path) {
         transaction.reset();
         appProgress().finished();
         setImportedFileAside(temp, path, alreadyImported);
+        setAlternativesAside(altTemp);
         return -1;
     }
     // Whatever happened, what was written stays: after a run-time error the rows read so far keep
@@ -447,5 +501,7 @@ int ImportZVBWerte(const QString& path) {
     }
     if (!QFile::remove(temp))
         ShowMessage(Msg::ImportDelete, MsgBox::Exclamation);
+    if (alternatives && (!altCopied || !QFile::remove(altTemp)))
+        WriteLog(procedureName(), QStringLiteral("Alternativendatei '%1' aufbewahrt.").arg(altTemp));
     return int(lineCount);
 }

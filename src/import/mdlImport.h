@@ -27,6 +27,9 @@ QString importSeparator();
 // - ImportNachbearbeitung cleans the new rows; when it fails they are deleted and the temporary
 //   file stays; otherwise Neuimport is cleared and the temporary file deleted (a failure to delete
 //   is a warning).
+// - the alternatives file beside it ("<name>.alt", see AlternativesImport.h) goes the same way as
+//   "<name>.tmp.alt": moved, copied, its candidates committed with the rows, deleted with the file;
+//   a missing or faulty one only costs the candidates;
 // Progress: "Importiere Datensatz: n". Rules, column sizes and field lengths are read once.
 // Returns the number of lines imported and committed (0 for an empty file); -1 when the import was
 // refused, failed in the clean-up (its rows deleted) or was ended by a run-time error, which is

@@ -25,7 +25,7 @@ const TableDefinition tables[] = {
      " GUI_FocusField " TXT(50) ", GUI_BildanzeigeEnabled BOOLEAN, GUI_StatusBarEnabled BOOLEAN,"
      " GUI_ToolBarEnabled BOOLEAN, GUI_VollbildEnabled BOOLEAN,"
      " Key_EnterLikeTab BOOLEAN, Key_NUMKommaGleichEntf BOOLEAN, Key_F2 INTEGER, Key_F3 INTEGER, Key_F4 INTEGER,"
-     " Key_OK " TXT(30) ", Key_Verwerfen " TXT(30) ","
+     " Key_OK " TXT(30) ", Key_Verwerfen " TXT(30) ", Key_Alternative " TXT(30) ","
      " Scan_Pfad " TXT(255) ", Scan_RechnerId " TXT(10) ", Scan_NrDesTages SMALLINT, Scan_TagDesJahres SMALLINT,"
      " Import_Datei " TXT(255) ", Export_Pfad " TXT(255) ","
      " Backup_Enabled " TXT(1) ", Backup_Bilder BOOLEAN, Backup_Pfad " TXT(255) ", Backup_HistoryDays SMALLINT,"
@@ -65,12 +65,16 @@ const TableDefinition tables[] = {
     {"zvbAutoImport_Spezifikation", "ID INTEGER, FeldNr SMALLINT, Breite SMALLINT, ZielFeld " TXT(50)},
     // The options chosen per scanner device in its settings dialog.
     {"zvbScanOptionen", "Geraet " TXT(255) ", Name " TXT(64) ", Wert " TXT(255)},
+    // The reader's candidates for each "?" of a record's fields; see model/OcrAlternatives.h.
+    {"zvbAlternativen",
+     "LfdNr INTEGER NOT NULL, Feld " TXT(50) ", Position SMALLINT, Zeichen VARCHAR(5), Wert VARCHAR(100)"},
 };
 
 const char* const indexes[] = {
     "CREATE INDEX IF NOT EXISTS ix_sysTexts ON sysTexts (Language_ID, Name)",
     "CREATE INDEX IF NOT EXISTS ix_zvbWerte_status ON zvbWerte (Workflow_Status, Workflow_KorrID)",
     "CREATE INDEX IF NOT EXISTS ix_sysStates ON sysStates (State_ID)",
+    "CREATE INDEX IF NOT EXISTS ix_zvbAlternativen ON zvbAlternativen (LfdNr)",
 };
 // clang-format on
 #undef TXT

@@ -15,6 +15,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "import/mdlImport.h"
+#include "model/OcrAlternatives.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -147,8 +148,10 @@ void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
     run.evaluated = true;
 
     RunReported(QStringLiteral("buttonScannen_Click"), [&] {
-        if (!sharedPool())
+        if (!sharedPool()) {
             execSql(QStringLiteral("DELETE * FROM zvbWerte;"));
+            DeleteOrphanAlternatives();
+        }
         const QString resultFile = setting<Setting::Import_Datei>();
         if (!QFileInfo::exists(resultFile))
             return;

@@ -72,6 +72,18 @@ KeyRules::~KeyRules() {
     qApp->removeEventFilter(this);
 }
 
+void KeyRules::setRecord(qint64 number) {
+    alternatives_.load(number);
+}
+
+// The key for the reader's candidates works in the record's fields only; anywhere else, and on a
+// character without candidates, it beeps.
+void KeyRules::pageCandidates(QWidget* active) {
+    auto* edit = qobject_cast<QLineEdit*>(active);
+    if (!edit || !fields_.isDataField(edit) || !alternatives_.apply(edit, window_->statusBar()))
+        QApplication::beep();
+}
+
 bool KeyRules::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress: {
@@ -127,6 +139,10 @@ bool KeyRules::keyDown(QKeyEvent* key) {
         actions_.discard();
         return true;
     }
+    if (AlternativeKey::matches(key)) {
+        pageCandidates(active);
+        return true;
+    }
     if (viewer_.key(key))
         return true;
     switch (key->key()) {
@@ -162,6 +178,7 @@ bool KeyRules::keyDown(QKeyEvent* key) {
         // From any control of the window: outside the fields the search starts at the first field
         // (backwards: the last).
         actions_.jumpToFaulty(mods.testFlag(Qt::ShiftModifier));
+        alternatives_.describe(qobject_cast<QLineEdit*>(QApplication::focusWidget()), window_->statusBar());
         return true;
     case Qt::Key_F5:
         actions_.lookForRecords();

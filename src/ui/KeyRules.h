@@ -7,8 +7,11 @@
 // F5, Ctrl+F, Escape and F12 - and then, when it types a character, through the key-press rules:
 // the hot keys of zvbSysKeys that stand for F2 to F4 (character and key code must both match, so the
 // pad's "+" can be a hot key while the other "+" types), overwrite mode, and the beep with a note
-// when a field is full.
+// when a field is full. The key for the reader's candidates (Key_Alternative, F6) pages through
+// them on a "?" of the record on screen, and the F2 jump names them where it lands on such a "?".
 #pragma once
+
+#include "AlternativeKey.h"
 
 #include <QObject>
 #include <functional>
@@ -39,6 +42,9 @@ public:
     KeyRules(QMainWindow* window, FieldNavigator& fields, ViewerLink& viewer, DeskActions actions);
     ~KeyRules() override;
 
+    // The record on screen, whose reading candidates the keys offer; -1 for the empty form.
+    void setRecord(qint64 number);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -48,6 +54,7 @@ private:
     bool hotKeyMatches(Setting hotKey, int typed) const;
     void noteFullField(QLineEdit* edit);
     void sendKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void pageCandidates(QWidget* active);
 
     QMainWindow* window_;
     FieldNavigator& fields_;
@@ -55,4 +62,5 @@ private:
     DeskActions actions_;
     bool overwrite_ = false;
     int lastKeyCode_ = 0; // the key code of the last key down, for the hot keys
+    AlternativeKey alternatives_;
 };

@@ -6,6 +6,7 @@
 #include "ExportQueue.h"
 #include "FieldNavigator.h"
 #include "FieldPalette.h"
+#include "KeyRules.h"
 #include "ViewerLink.h"
 #include "WindowPositions.h"
 #include "frmMain.h"
@@ -60,6 +61,8 @@ void frmMain::updateCaption() {
 void frmMain::showRecord() {
     datensatz_->setEnabled(true);
     valuesToControls();
+    if (keys_)
+        keys_->setRecord(current_);
     checkAll();
     refreshAfterCheck();
     updateCaption();
@@ -77,6 +80,8 @@ void frmMain::showEmpty() {
     lfdNr_->clear();
     bmpName_->clear();
     korrigiert_->clear();
+    if (keys_)
+        keys_->setRecord(-1);
     fields_->forgetEnteredField();
     if (datensatz_->isAncestorOf(focusWidget()))
         buttonBeenden_->setFocus(Qt::OtherFocusReason);

@@ -162,12 +162,16 @@ SettingValues frmOptionen::editedValues() const {
 }
 
 void frmOptionen::accept() {
-    // One key cannot both hand over and discard.
-    const QString okKey = recordKeys_[0]->currentData().toString();
-    if (!okKey.isEmpty() && okKey == recordKeys_[1]->currentData().toString()) {
-        ShowMessage(Msg::DoubleHotkey, MsgBox::Exclamation);
-        tabs_->setCurrentIndex(Bedienung);
-        return;
+    // One key does one thing: hand over, discard or page through the reading candidates.
+    QStringList chosen;
+    for (const QComboBox* combo : std::as_const(recordKeys_)) {
+        const QString key = combo->currentData().toString();
+        if (!key.isEmpty() && chosen.contains(key)) {
+            ShowMessage(Msg::DoubleHotkey, MsgBox::Exclamation);
+            tabs_->setCurrentIndex(Bedienung);
+            return;
+        }
+        chosen << key;
     }
     if (!SaveOptions(editedValues())) {
         tabs_->setCurrentIndex(Bedienung);

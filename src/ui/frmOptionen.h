@@ -90,7 +90,7 @@ private:
     QList<Binding> bindings_;
     QTabWidget* tabs_ = nullptr;
     QList<QComboBox*> hotkeys_;
-    QList<QComboBox*> recordKeys_; // the keys for hand-over and discard
+    QList<QComboBox*> recordKeys_; // the keys for hand-over, discard and reading candidates
     QComboBox* language_ = nullptr;
     QComboBox* state_ = nullptr;
     QComboBox* focusField_ = nullptr;

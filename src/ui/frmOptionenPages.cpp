@@ -114,8 +114,8 @@ QWidget* frmOptionen::buildBedienung() {
         keyLayout->addWidget(keyLabel, i + 2, 0);
         keyLayout->addWidget(key, i + 2, 1);
     }
-    // The keys that end a record from wherever the focus is: function keys the form does not use
-    // otherwise, or Ctrl+Enter.
+    // The keys that end a record from wherever the focus is, and the key that pages through the
+    // reader's candidates on a "?": function keys the form does not use otherwise, or Ctrl+Enter.
     const struct {
         const char* label;
         const char* caption;
@@ -125,7 +125,10 @@ QWidget* frmOptionen::buildBedienung() {
     } recordKeys[] = {{"lblKeyOK", "Ü&bergeben mit:", "cboKeyOK",
                        "Taste, die den Beleg prüft und übergibt, wo auch immer der Cursor steht", Setting::Key_OK},
                       {"lblKeyVerwerfen", "Ver&werfen mit:", "cboKeyVerwerfen",
-                       "Taste, die nach Rückfrage den Beleg verwirft", Setting::Key_Verwerfen}};
+                       "Taste, die nach Rückfrage den Beleg verwirft", Setting::Key_Verwerfen},
+                      {"lblKeyAlternative", "Lese&vorschlag mit:", "cboKeyAlternative",
+                       "Taste, die auf einem \"?\" die Lesevorschläge der Auswertung durchblättert",
+                       Setting::Key_Alternative}};
     for (const auto& k : recordKeys) {
         auto* keyLabel = label(QLatin1String(k.label), QString::fromUtf8(k.caption), keys);
         auto* key = named(new QComboBox(keys), QLatin1String(k.combo));

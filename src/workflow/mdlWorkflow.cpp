@@ -12,6 +12,7 @@
 #include "export/mdlExport.h"
 #include "model/FormModel.h"
 #include "model/ImageFiles.h"
+#include "model/OcrAlternatives.h"
 
 #include <QDir>
 #include <QFile>
@@ -229,6 +230,7 @@ bool DiscardRecord(qint32 n, bool silent) {
             holdOwnRecord(n, korrId);
             WerteArray().WriteBackOrThrow(n);
             execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QStringLiteral(" WHERE LfdNr=") + number(n));
+            DeleteAlternatives(n);
             discard.commit();
         }
         WerteArray().Clear();
@@ -290,7 +292,10 @@ bool ConfirmLeave(qint32 n) {
 int EmptyPoolForScan() {
     if (homeUsesPool())
         return 0;
-    return execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
+    const int deleted =
+        execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
+    DeleteOrphanAlternatives();
+    return deleted;
 }
 
 int DeleteUnreferencedImages() {

@@ -42,6 +42,7 @@ const std::pair<Setting, QVariant> storedValues[] = {
     {Setting::Key_F4, 0},
     {Setting::Key_OK, "F9"},
     {Setting::Key_Verwerfen, "F6"},
+    {Setting::Key_Alternative, "F7"},
     {Setting::Scan_Pfad, "/srv/veridon/scan"},
     {Setting::Scan_RechnerId, "07"},
     {Setting::Import_Datei, "/srv/veridon/import/zvscan.txt"},
