@@ -15,6 +15,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 namespace evaluation {
@@ -140,29 +142,59 @@ const char* whitelistOf(Content content) {
     return "";
 }
 
-// Names hold letters of any alphabet, blanks, hyphens, apostrophes and abbreviating dots; the
-// engine's whitelist cannot say "any letter", so anything else it reads in a name is a smudge or a
-// frame mark and is written as unreadable.
+// Names hold letters of any alphabet, blanks between names, hyphens, apostrophes and abbreviating
+// dots; the engine's whitelist cannot say "any letter", so anything else it reads in a name is a
+// smudge or a frame mark and is written as unreadable.
 bool possibleInName(const QString& symbol) {
     for (const QChar c : symbol)
-        if (!c.isLetter() && !c.isMark() && c != QLatin1Char('-') && c != QLatin1Char('\'') && c != QLatin1Char('.') &&
-            c != QChar(0x2019))
+        if (!c.isLetter() && !c.isMark() && !QStringView(u" -'.\u2019").contains(c))
             return false;
     return true;
 }
 
-// The second read's enlargement.
+// The second and third reads' enlargements.
 constexpr double secondScale = 1.5;
+constexpr double thirdScale = 2.0;
 
 // The two reads of one part merged: a character both read alike stands (two reads at different
-// grains rarely make the same mistake); where they differ, it is doubtful. Reads of different
-// lengths cannot be set side by side: the first stands, judged by its confidences.
+// grains rarely make the same mistake); where they differ, it is doubtful, and both readings with
+// everything else either read considered there are its choices. Reads of different lengths cannot
+// be set side by side: the first stands, judged by its confidences.
 template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& second) {
     if (first.size() != second.size())
         return first;
     Symbols out = first;
-    for (size_t i = 0; i < out.size(); ++i)
-        out[i].confidence = out[i].text == second[i].text ? 100.0f : -1.0f;
+    for (size_t i = 0; i < out.size(); ++i) {
+        if (out[i].text == second[i].text) {
+            out[i].confidence = 100.0f;
+            continue;
+        }
+        out[i].confidence = -1.0f;
+        QStringList choices{first[i].text, second[i].text};
+        for (const QString& c : first[i].choices + second[i].choices)
+            if (!choices.contains(c))
+                choices << c;
+        out[i].choices = choices;
+    }
+    return out;
+}
+
+// Where two reads differed (merged, confidence below 0), a third read of the same length that sides
+// with one of them decides; otherwise its reading joins the choices.
+template <typename Symbols> Symbols decided(const Symbols& merged, const Symbols& third) {
+    if (third.size() != merged.size())
+        return merged;
+    Symbols out = merged;
+    for (size_t i = 0; i < out.size(); ++i) {
+        if (out[i].confidence >= 0)
+            continue;
+        if (out[i].choices.mid(0, 2).contains(third[i].text)) {
+            out[i].text = third[i].text;
+            out[i].confidence = 100.0f;
+        } else if (!out[i].choices.contains(third[i].text)) {
+            out[i].choices.insert(2, third[i].text);
+        }
+    }
     return out;
 }
 
@@ -176,6 +208,9 @@ CardReader::CardReader(double minConfidence, const QString& separator)
         return;
     }
     api_->SetVariable("debug_file", "/dev/null");
+    // Keep the network's candidates per symbol, so that a doubtful character comes with the others
+    // the engine considered there.
+    api_->SetVariable("lstm_choice_mode", "2");
 }
 
 CardReader::~CardReader() {
@@ -222,18 +257,39 @@ std::vector<CardReader::Symbol> CardReader::recognise(Content content, double sc
         if (!symbols.empty() && (it->IsAtBeginningOf(tesseract::RIL_WORD) || left - lastRight >= minBlank * scale))
             symbols.push_back({QStringLiteral(" "), 100.0f});
         lastRight = right;
-        symbols.push_back({QString::fromUtf8(symbol.get()), it->Confidence(tesseract::RIL_SYMBOL)});
+        Symbol read{QString::fromUtf8(symbol.get()), it->Confidence(tesseract::RIL_SYMBOL)};
+        // The engine's other candidates for this very symbol, best first.
+        tesseract::ChoiceIterator choice(*it);
+        do {
+            const char* text = choice.GetUTF8Text();
+            const QString c = text ? QString::fromUtf8(text).trimmed() : QString();
+            if (!c.isEmpty() && c != read.text && !read.choices.contains(c))
+                read.choices << c;
+        } while (choice.Next());
+        if (qEnvironmentVariableIsSet("ZVSCAN_DEBUG"))
+            std::fprintf(stderr, "%s %.1f [%s]\n", qUtf8Printable(read.text), double(read.confidence),
+                         qUtf8Printable(read.choices.join(QLatin1Char(','))));
+        symbols.push_back(read);
     } while (it->Next(tesseract::RIL_SYMBOL));
     return symbols;
 }
 
-QString CardReader::written(const std::vector<Symbol>& symbols, Content content) const {
-    QString text;
+ReadPart CardReader::written(const std::vector<Symbol>& symbols, Content content) const {
+    ReadPart part{content, QString()};
     for (const Symbol& s : symbols) {
         const bool doubtful = s.confidence < minConfidence_ || (content == Content::Name && !possibleInName(s.text));
-        text += doubtful ? QStringLiteral("\\f") : escaped(s.text);
+        const QString text = doubtful ? QStringLiteral("\\f") : escaped(s.text);
+        // One entry per character of the text: the symbol's own reading first, then the others.
+        QStringList choices{s.text};
+        for (const QString& c : s.choices)
+            if (!choices.contains(c))
+                choices << c;
+        part.choices.push_back(choices);
+        for (qsizetype i = 1; i < charactersOf(text).size(); ++i)
+            part.choices.emplace_back();
+        part.text += text;
     }
-    return text;
+    return part;
 }
 
 PageReading CardReader::readPage(const QString& path) {
@@ -278,27 +334,45 @@ PageReading CardReader::readPage(const QString& path) {
     for (const CardLine& line : layout->lines)
         for (const LinePart& part : line)
             firstReads.emplace_back(&part, readOnPage(part.region, part.content));
-    const QString stamp = written(readOnPage(layout->receiptDate, Content::ReceiptDate), Content::ReceiptDate);
+    const QString stamp = written(readOnPage(layout->receiptDate, Content::ReceiptDate), Content::ReceiptDate).text;
     reading.receiptDate = QDate::fromString(stamp, QStringLiteral("dd.MM.yyyy"));
 
     // A second read of each part, enlarged from the grey page and cut anew, sees the strokes at
-    // another grain: where the two reads differ, neither is trusted.
+    // another grain: where the two reads differ, neither is trusted, unless a third read, larger
+    // still, sides with one of them.
+    const auto readEnlarged = [&](const LinePart& part, double scale) {
+        const Region at = shifted(part.region);
+        BOX* box = boxCreate(at.x, at.y, at.dx, at.dy);
+        PixPtr clip(pixClipRectangle(page.get(), box, nullptr));
+        boxDestroy(&box);
+        PixPtr large(clip ? pixScaleGrayLI(clip.get(), float(scale), float(scale)) : nullptr);
+        PixPtr cut(large ? pixConvertTo1(large.get(), 128) : nullptr);
+        if (!cut)
+            return std::vector<Symbol>{};
+        api_->SetImage(cut.get());
+        api_->SetSourceResolution(int(pageDpi * scale));
+        return recognise(part.content, scale);
+    };
     std::vector<ReadPart> parts;
     for (auto& [part, first] : firstReads) {
         if (minConfidence_ > 0) {
-            const Region at = shifted(part->region);
-            BOX* box = boxCreate(at.x, at.y, at.dx, at.dy);
-            PixPtr clip(pixClipRectangle(page.get(), box, nullptr));
-            boxDestroy(&box);
-            PixPtr large(clip ? pixScaleGrayLI(clip.get(), secondScale, secondScale) : nullptr);
-            PixPtr cut(large ? pixConvertTo1(large.get(), 128) : nullptr);
-            if (cut) {
-                api_->SetImage(cut.get());
-                api_->SetSourceResolution(int(pageDpi * secondScale));
-                first = agreed(first, recognise(part->content, secondScale));
+            const std::vector<Symbol> second = readEnlarged(*part, secondScale);
+            std::vector<Symbol> merged = agreed(first, second);
+            const bool doubt =
+                first.size() != second.size() ||
+                std::any_of(merged.begin(), merged.end(), [](const Symbol& s) { return s.confidence < 0; });
+            if (doubt) {
+                const std::vector<Symbol> third = readEnlarged(*part, thirdScale);
+                if (first.size() == second.size())
+                    merged = decided(merged, third);
+                else if (third.size() == first.size())
+                    merged = agreed(first, third);
+                else if (third.size() == second.size())
+                    merged = agreed(second, third);
             }
+            first = merged;
         }
-        parts.push_back({part->content, written(first, part->content)});
+        parts.push_back(written(first, part->content));
     }
     // All parts are read before any is judged: the card's rules tie the state code, the card
     // number and the names together.
@@ -310,9 +384,17 @@ PageReading CardReader::readPage(const QString& path) {
     size_t next = 0;
     for (const CardLine& line : layout->lines) {
         QStringList texts;
-        for (size_t i = 0; i < line.size(); ++i)
-            texts << parts[next++].text;
+        std::vector<QStringList> marks;
+        for (size_t i = 0; i < line.size(); ++i, ++next) {
+            texts << parts[next].text;
+            const QStringList chars = charactersOf(parts[next].text);
+            for (qsizetype c = 0; c < chars.size(); ++c)
+                if (chars[c] == QLatin1String("\\f"))
+                    marks.push_back(size_t(c) < parts[next].choices.size() ? parts[next].choices[size_t(c)]
+                                                                           : QStringList());
+        }
         reading.lines << texts.join(QStringLiteral("      "));
+        reading.alternatives.push_back(marks);
     }
     api_->Clear();
     return reading;

@@ -2,7 +2,9 @@
 // zvscan: the evaluation program. Reads the card on every scanned page (*.tif) of the scan folder
 // (Scan_Pfad) in name order, appends one result line per page to the import file (Import_Datei) and
 // moves each evaluated page into the image folder (APP_Bildpfad), so that no page is read twice and
-// the viewer finds it.
+// the viewer finds it. Beside the import file (its name with ".alt") it appends, for every character
+// written as unreadable, the characters the engine saw there, best first, so that the operator can
+// take one with a key instead of typing it.
 //   zvscan [--home ORDNER] [/BENUTZER]   (--help, --version)
 // Settings of tarnvel.ini: [Beleg] Trenner (the result file's separator) and [Auswertung]
 // MinKonfidenz, the confidence (0..100) below which a character is written as unreadable.
@@ -126,6 +128,7 @@ int main(int argc, char** argv) {
     // Pages in parallel, one engine per thread; each page's line lands in its own slot so the
     // file keeps the name order.
     QStringList lines(pages.size());
+    std::vector<QStringList> alternatives(size_t(pages.size()));
     QStringList pageErrors(pages.size());
     std::atomic<qsizetype> next{0};
     std::atomic<bool> engineMissing{false};
@@ -146,6 +149,7 @@ int main(int argc, char** argv) {
                 const evaluation::PageReading reading = reader.readPage(page.filePath());
                 pageErrors[i] = reading.error;
                 lines[i] = evaluation::resultLine(page.fileName(), page.lastModified().date(), reading, separator);
+                alternatives[size_t(i)] = evaluation::alternativesLines(page.fileName(), reading);
             }
         });
     }
@@ -157,9 +161,22 @@ int main(int argc, char** argv) {
         if (!e.isEmpty())
             WriteLog(logSource, e);
 
+    // The alternatives go first, so that no result line is ever without its alternatives; when the
+    // result lines cannot follow, the alternatives are cut back as well.
+    QStringList alternativeLines;
+    for (const QStringList& page : alternatives)
+        alternativeLines += page;
+    const QString alternativesFile = evaluation::alternativesPath(importFile);
+    const QFileInfo alternativesBefore(alternativesFile);
+    const qint64 alternativesSize = alternativesBefore.exists() ? alternativesBefore.size() : -1;
     QString error;
-    if (!evaluation::appendLines(importFile, lines, &error))
+    if (!alternativeLines.isEmpty() && !evaluation::appendLines(alternativesFile, alternativeLines, &error, true))
         return fail(error);
+    if (!evaluation::appendLines(importFile, lines, &error)) {
+        if (!alternativeLines.isEmpty())
+            evaluation::cutBack(alternativesFile, alternativesSize);
+        return fail(error);
+    }
     int moveFailures = 0;
     for (const QFileInfo& page : pages) {
         const QString target = QDir(imageDir).filePath(page.fileName());
