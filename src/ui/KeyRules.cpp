@@ -1,30 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
-// frmMain: the keyboard. The form sees every key before its controls (the filter sits on the
-// application and takes only keys meant for this window). A key runs through the key-down table
-// first (the keys for hand-over and discard, Insert, Enter, the pad's decimal key, F2, F3, F5,
-// Ctrl+F, Escape, F12, the viewer's zoom and scroll keys) and then, when it types a character,
-// through the key-press rules (discarded characters, hot keys from zvbSysKeys, overwrite mode, the
-// note on a full field). Focus changes of the ten fields are caught here too and passed on to the
-// field handlers.
-//
-// The viewer's keys hold Ctrl (zoom) or Alt (scroll): the numeric pad's digits, operators and
-// decimal key type into the fields or stand for F2 to F4, and so must never move the page.
+// The main window's key rules (see KeyRules.h).
 
+#include "KeyRules.h"
+
+#include "FieldNavigator.h"
+#include "ViewerLink.h"
 #include "WindowsKeyCodes.h"
-#include "frmMain.h"
 
 #include "admin/OperatorStats.h"
-#include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
+#include "workflow/DeskTables.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QFocusEvent>
-#include <QGroupBox>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QStatusBar>
 
@@ -51,24 +43,45 @@ bool isModifierKey(int key) {
            key == Qt::Key_Meta;
 }
 
-// Focus arrives or leaves because another window or a menu took the keyboard for a while; that is
-// no entering or leaving of the field.
-bool isPassingFocus(const QFocusEvent* e) {
-    return e->reason() == Qt::ActiveWindowFocusReason || e->reason() == Qt::PopupFocusReason;
+// True when key is the key the setting names (a key sequence such as "F10" or "Ctrl+Return"; the
+// default when the setting is null, no key when it is empty). The pad's flag does not count, so
+// the pad's Enter is Enter.
+bool configuredKeyMatches(const char* setting, const char* defaultKey, const QKeyEvent* key) {
+    const QKeySequence configured = QKeySequence::fromString(
+        GetSysText(QLatin1String(setting), QLatin1String(defaultKey)), QKeySequence::PortableText);
+    if (configured.count() != 1)
+        return false;
+    const Qt::KeyboardModifiers mods = key->modifiers() & ~Qt::KeypadModifier;
+    return configured[0] == QKeyCombination(mods, Qt::Key(key->key()));
 }
 
 } // namespace
 
-bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+KeyRules::KeyRules(QMainWindow* window, FieldNavigator& fields, ViewerLink& viewer, DeskActions actions)
+    : QObject(window), window_(window), fields_(fields), viewer_(viewer), actions_(std::move(actions)) {
+    qApp->installEventFilter(this);
+    // A field is noted full as soon as an edit fills it, by typing or by pasting.
+    for (QLineEdit* edit : fields_.fields())
+        connect(edit, &QLineEdit::textEdited, this, [this, edit] {
+            if (edit->text().size() >= edit->maxLength())
+                noteFullField(edit);
+        });
+}
+
+KeyRules::~KeyRules() {
+    qApp->removeEventFilter(this);
+}
+
+bool KeyRules::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress: {
         auto* widget = qobject_cast<QWidget*>(watched);
-        if (!widget || widget->window() != this)
+        if (!widget || widget->window() != window_)
             return false;
         // A key a control did not take travels up to its parents; handle it only once, at the
         // control that has the focus.
         QWidget* focus = QApplication::focusWidget();
-        if (widget != (focus && focus->window() == this ? focus : this))
+        if (widget != (focus && focus->window() == window_ ? focus : window_))
             return false;
         auto* key = static_cast<QKeyEvent*>(event);
         if (!isModifierKey(key->key()))
@@ -82,104 +95,39 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
         if (auto* w = qobject_cast<QWidget*>(watched); w && w->isWindow())
             w->setAttribute(Qt::WA_KeyboardFocusChange);
         return false;
-    case QEvent::FocusIn:
-    case QEvent::FocusOut: {
-        auto* edit = qobject_cast<QLineEdit*>(watched);
-        if (!edit || !isDataField(edit))
-            return false;
-        // A field focused while the window was not active (the first record at start) is entered
-        // when the window becomes active; coming back from another window enters nothing.
-        const bool delayedEntry = event->type() == QEvent::FocusIn && edit != enteredField_;
-        if (isPassingFocus(static_cast<QFocusEvent*>(event)) && !delayedEntry)
-            return false;
-        // Let the control take the focus change first, so its own selection on Tab does not undo
-        // the cursor placement.
-        static_cast<QObject*>(edit)->event(event);
-        if (event->type() == QEvent::FocusIn)
-            fieldEntered(edit);
-        else
-            fieldLeft(edit);
-        return true;
-    }
     default:
         return false;
     }
 }
 
-void frmMain::sendKey(int key, Qt::KeyboardModifiers modifiers) {
+void KeyRules::sendKey(int key, Qt::KeyboardModifiers modifiers) {
     QWidget* target = QApplication::focusWidget();
-    if (!target || target->window() != this)
-        target = this;
+    if (!target || target->window() != window_)
+        target = window_;
     QKeyEvent press(QEvent::KeyPress, key, modifiers);
     QCoreApplication::sendEvent(target, &press);
     QKeyEvent release(QEvent::KeyRelease, key, modifiers);
     QCoreApplication::sendEvent(target, &release);
 }
 
-// True when key is the key the setting names (a key sequence such as "F10" or "Ctrl+Return"; the
-// default when the setting is null, no key when it is empty). The pad's flag does not count, so
-// the pad's Enter is Enter.
-bool frmMain::configuredKeyMatches(const char* setting, const char* defaultKey, const QKeyEvent* key) const {
-    const QKeySequence configured = QKeySequence::fromString(
-        GetSysText(QLatin1String(setting), QLatin1String(defaultKey)), QKeySequence::PortableText);
-    if (configured.count() != 1)
-        return false;
-    const Qt::KeyboardModifiers mods = key->modifiers() & ~Qt::KeypadModifier;
-    return configured[0] == QKeyCombination(mods, Qt::Key(key->key()));
-}
-
-// The viewer's keys: Ctrl and plus or minus zoom, Alt and an arrow scroll. True when key was one.
-bool frmMain::viewerKey(const QKeyEvent* key) {
-    const Qt::KeyboardModifiers mods = key->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier);
-    QAction* item = nullptr;
-    if (mods == Qt::ControlModifier) {
-        if (key->key() == Qt::Key_Plus || key->key() == Qt::Key_Equal)
-            item = mpZoomIn_;
-        else if (key->key() == Qt::Key_Minus)
-            item = mpZoomOut_;
-    } else if (mods == Qt::AltModifier) {
-        switch (key->key()) {
-        case Qt::Key_Left:
-            item = mpLeft_;
-            break;
-        case Qt::Key_Right:
-            item = mpRight_;
-            break;
-        case Qt::Key_Up:
-            item = mpUp_;
-            break;
-        case Qt::Key_Down:
-            item = mpDown_;
-            break;
-        default:
-            break;
-        }
-    }
-    if (!item)
-        return false;
-    if (item->isEnabled())
-        item->trigger();
-    return true;
-}
-
 // The key-down table. True when the key was handled and goes no further.
-bool frmMain::keyDown(QKeyEvent* key) {
+bool KeyRules::keyDown(QKeyEvent* key) {
     lastKeyCode_ = windowsKeyCode(key);
     QWidget* active = QApplication::focusWidget();
-    if (active && active->window() != this)
+    if (active && active->window() != window_)
         active = nullptr;
     const Qt::KeyboardModifiers mods = key->modifiers();
     const bool pad = mods.testFlag(Qt::KeypadModifier);
     // The operator's own keys for the two ways a record ends, from wherever the focus is.
     if (configuredKeyMatches("Key_OK", "F10", key)) {
-        onOK();
+        actions_.handOver();
         return true;
     }
     if (configuredKeyMatches("Key_Verwerfen", "F8", key)) {
-        onVerwerfen();
+        actions_.discard();
         return true;
     }
-    if (viewerKey(key))
+    if (viewer_.key(key))
         return true;
     switch (key->key()) {
     case Qt::Key_Insert:
@@ -193,7 +141,7 @@ bool frmMain::keyDown(QKeyEvent* key) {
             return true;
         }
         if (active && GetSysFlag(QStringLiteral("Key_EnterLikeTab"), false)) {
-            focusNextChild();
+            actions_.nextControl();
             return true;
         }
         return false;
@@ -213,28 +161,23 @@ bool frmMain::keyDown(QKeyEvent* key) {
     case Qt::Key_F2:
         // From any control of the window: outside the fields the search starts at the first field
         // (backwards: the last).
-        if (current_ >= 0) {
-            f2Jump(mods.testFlag(Qt::ShiftModifier));
-            return true;
-        }
-        QApplication::beep();
+        actions_.jumpToFaulty(mods.testFlag(Qt::ShiftModifier));
         return true;
     case Qt::Key_F5:
-        lookForRecords();
+        actions_.lookForRecords();
         return true;
     case Qt::Key_F:
         if (mods.testFlag(Qt::ControlModifier))
-            return handOverToErrorList();
+            return actions_.focusErrorList();
         return false;
     case Qt::Key_Escape:
         if (QLineEdit* edit = isEditControl(active) ? lineEditOf(active) : nullptr) {
-            if (edit == enteredField_)
-                edit->setText(enteredText_);
+            fields_.restoreEnteredText(edit);
             return true;
         }
         return false;
     case Qt::Key_F12:
-        mpVollbild_->trigger();
+        actions_.fullScreen();
         return true;
     default:
         return false;
@@ -243,17 +186,16 @@ bool frmMain::keyDown(QKeyEvent* key) {
 
 // A hot key: the setting (Key_F2, Key_F3 or Key_F4) names a row of zvbSysKeys, whose character and
 // key code must both match the key typed.
-bool frmMain::hotKeyMatches(const char* setting, int typed) const {
+bool KeyRules::hotKeyMatches(const char* setting, int typed) const {
     const qint32 keyId = ToLong(GetSysValue(QLatin1String(setting)));
     if (keyId == 0)
         return false;
-    QSqlQuery row =
-        execSql(QStringLiteral("SELECT KeyAscii, KeyCode FROM zvbSysKeys WHERE KeyID = ") + QString::number(keyId));
-    return row.next() && row.value(0).toInt() == typed && row.value(1).toInt() == lastKeyCode_;
+    const std::optional<StoredHotKey> stored = ReadHotKey(keyId);
+    return stored && stored->keyAscii == typed && stored->keyCode == lastKeyCode_;
 }
 
 // The key-press rules for a key that types a character. True when the character is discarded.
-bool frmMain::keyPress(QKeyEvent* key) {
+bool KeyRules::keyPress(QKeyEvent* key) {
     const int typed = typedCharacter(key);
     if (typed == 0)
         return false;
@@ -277,19 +219,18 @@ bool frmMain::keyPress(QKeyEvent* key) {
     if (overwrite_ && typed >= 32 && edit && !edit->hasSelectedText())
         edit->setSelection(edit->cursorPosition(), 1);
     // A character that no longer fits is not taken by the field: say so instead of dropping it.
-    if (typed >= 32 && edit && isDataField(edit) && !edit->hasSelectedText() &&
+    if (typed >= 32 && edit && fields_.isDataField(edit) && !edit->hasSelectedText() &&
         edit->text().size() >= edit->maxLength())
         noteFullField(edit);
     return false;
 }
 
 // A beep and a note in the status bar: the field holds as many characters as it can take.
-void frmMain::noteFullField(QLineEdit* edit) {
+void KeyRules::noteFullField(QLineEdit* edit) {
     QApplication::beep();
-    const auto* label = datensatz_->findChild<QLabel*>(QStringLiteral("lbl") + edit->objectName());
-    const QString name = label ? label->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')) : edit->objectName();
-    statusBar()->showMessage(GetText(QStringLiteral("Txt_FieldFull"),
-                                     QString::fromUtf8("Das Feld '%1' ist voll: es nimmt höchstens %2 Zeichen auf."),
-                                     {name, edit->maxLength()}),
-                             8000);
+    window_->statusBar()->showMessage(
+        GetText(QStringLiteral("Txt_FieldFull"),
+                QString::fromUtf8("Das Feld '%1' ist voll: es nimmt höchstens %2 Zeichen auf."),
+                {fields_.caption(edit), edit->maxLength()}),
+        8000);
 }
