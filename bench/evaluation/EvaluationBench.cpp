@@ -4,6 +4,8 @@
 // once as the plain engine reads (threshold 0, every error silent); each result is imported with
 // `veridon-cli import` and the fields after the clean-up are compared with the corpus truth.
 //   bench_evaluation CORPUS_DIR [THRESHOLD]      (default: zvscan's own default)
+// BENCH_SHOW=1 lists every field read wrong; BENCH_QUICK=1 skips the plain run (its column then
+// repeats the first).
 // Printed per run: fields exactly right with no "?", character error rate, silent errors and "?" per
 // 1,000 characters, CPU seconds per page, pages per minute. Nothing is asserted.
 // For the run with marks it also prints the keystrokes the alternatives save: every "?" left in an
@@ -305,7 +307,8 @@ int main(int argc, char** argv) {
     }
     const QString threshold = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString();
     const Figures marked = measure(corpus, truth, threshold);
-    const Figures plain = measure(corpus, truth, QStringLiteral("0"));
+    const Figures plain =
+        qEnvironmentVariableIsSet("BENCH_QUICK") ? marked : measure(corpus, truth, QStringLiteral("0"));
 
     const auto row = [](const char* name, double a, double b, const char* goal) {
         std::printf("%-40s %12.2f %12.2f   %s\n", name, a, b, goal);

@@ -185,6 +185,44 @@ void strayDotCut(ReadPart& part) {
         part.text.chop(2);
 }
 
+// An institution is printed as its number, " - " and its acronym or name ("0110 - NFZ Warszawa"):
+// a blank the engine lost beside the hyphen is put back, and an unreadable character or a dash-like
+// mark between the number and the name, blanks on both sides, is the hyphen.
+void institutionSpaced(ReadPart& part) {
+    QStringList chars = charactersOf(part.text);
+    const auto is = [&](qsizetype i, const char* c) {
+        return i < chars.size() && chars[i] == QLatin1String(c);
+    };
+    const auto letterAt = [&](qsizetype i) {
+        return i < chars.size() && chars[i].size() == 1 && chars[i][0].isLetter();
+    };
+    qsizetype digits = 0;
+    while (digits < chars.size() && chars[digits].size() == 1 && chars[digits][0].isDigit())
+        ++digits;
+    if (digits == 0)
+        return;
+    const qsizetype hyphen = is(digits, " ") ? digits + 1 : digits;
+    if (hyphen == digits + 1 && is(hyphen + 1, " ") && letterAt(hyphen + 2) &&
+        (chars[hyphen] == unknown || QStringView(u":;~=_\u2013\u2014").contains(chars[hyphen][0]))) {
+        chars[hyphen] = QStringLiteral("-");
+        if (part.choices.size() > size_t(hyphen))
+            part.choices[size_t(hyphen)].clear();
+        part.text = chars.join(QString());
+        return;
+    }
+    if (!is(hyphen, "-"))
+        return;
+    const qsizetype after = is(hyphen + 1, " ") ? hyphen + 2 : hyphen + 1;
+    if (!letterAt(after) || (hyphen == digits + 1 && after == hyphen + 2))
+        return;
+    part.choices.resize(std::max(part.choices.size(), size_t(chars.size())));
+    std::vector<QStringList> choices(part.choices.begin(), part.choices.begin() + digits);
+    choices.resize(size_t(digits) + 3);
+    choices.insert(choices.end(), part.choices.begin() + after, part.choices.end());
+    part.choices = choices;
+    part.text = chars.mid(0, digits).join(QString()) + QStringLiteral(" - ") + chars.mid(after).join(QString());
+}
+
 // Whether the character c may stand in a part of this content on a card of state (none: unknown).
 bool allowed(QChar c, Content content, const State* state) {
     const bool digit = c >= QLatin1Char('0') && c <= QLatin1Char('9');
@@ -296,6 +334,8 @@ void checkCard(std::vector<ReadPart*>& parts) {
             p->text = impossibleDateMarked(p->text);
         else if (p->content == Content::Name || p->content == Content::Text)
             strayDotCut(*p);
+        if (p->content == Content::Text)
+            institutionSpaced(*p);
     }
     if (cardNumber)
         wrongLengthMarked(*cardNumber);

@@ -152,6 +152,17 @@ bool possibleInName(const QString& symbol) {
     return true;
 }
 
+// The weight (the choice iterator's confidence, 0..100; the chosen character has about 93) from
+// which the same letter in the other case makes a character doubtful even where both reads agree on
+// it: capital and small š, ž, c, o, s, v, w, x, z differ only in size, which the engine judges
+// from the line's other letters, and an acronym in mixed case misleads it.
+constexpr float rivalLimit = 30.0f;
+// Letters whose capital and small forms differ only in size.
+const QString sizeOnly = QStringLiteral(u"cćčoóöőôõøsśšşșuúüůűvwxzźżž");
+// Confidences of merged characters: two reads that differ, and two that agree on a close call.
+constexpr float disagreement = -1.0f;
+constexpr float closeCall = -2.0f;
+
 // The second and third reads' enlargements.
 constexpr double secondScale = 1.5;
 constexpr double thirdScale = 2.0;
@@ -166,10 +177,21 @@ template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& 
     Symbols out = first;
     for (size_t i = 0; i < out.size(); ++i) {
         if (out[i].text == second[i].text) {
-            out[i].confidence = 100.0f;
+            // Both agree, but where the engine gave the other case nearly as much weight in either
+            // read to a letter whose cases differ only in size, after a capital (inside an
+            // acronym, where the line's other letters cannot tell its size), it is a coin toss:
+            // marked. At a word's start the case is known, and after a small letter the engine
+            // judges it well.
+            const bool afterCapital = i > 0 && first[i - 1].text.size() == 1 && first[i - 1].text[0].isUpper();
+            const bool close = afterCapital && sizeOnly.contains(first[i].text.toLower()) &&
+                               std::max(first[i].rival, second[i].rival) >= rivalLimit;
+            out[i].confidence = close ? closeCall : 100.0f;
+            for (const QString& c : second[i].choices)
+                if (!out[i].choices.contains(c))
+                    out[i].choices << c;
             continue;
         }
-        out[i].confidence = -1.0f;
+        out[i].confidence = disagreement;
         QStringList choices{first[i].text, second[i].text};
         for (const QString& c : first[i].choices + second[i].choices)
             if (!choices.contains(c))
@@ -179,16 +201,26 @@ template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& 
     return out;
 }
 
-// Where two reads differed (merged, confidence below 0), a third read of the same length that sides
-// with one of them decides; otherwise its reading joins the choices.
-template <typename Symbols> Symbols decided(const Symbols& merged, const Symbols& third) {
+// The letter without its diacritics.
+QString baseLetter(const QString& c) {
+    const QString d = c.normalized(QString::NormalizationForm_D);
+    return d.isEmpty() ? c : d.left(1);
+}
+
+// Where two reads differed (merged, confidence below 0), a sure third read (at least minConfidence)
+// of the same length that sides with one of them decides, except between a letter and the same
+// letter with another diacritic: the larger the image, the more the engine drops small accents, so
+// there the mark stays. Otherwise the third reading joins the choices.
+template <typename Symbols> Symbols decided(const Symbols& merged, const Symbols& third, double minConfidence) {
     if (third.size() != merged.size())
         return merged;
     Symbols out = merged;
     for (size_t i = 0; i < out.size(); ++i) {
-        if (out[i].confidence >= 0)
+        if (out[i].confidence != disagreement)
             continue;
-        if (out[i].choices.mid(0, 2).contains(third[i].text)) {
+        const QStringList both = out[i].choices.mid(0, 2);
+        const bool accentOnly = both.size() == 2 && baseLetter(both[0]) == baseLetter(both[1]);
+        if (both.contains(third[i].text) && third[i].confidence >= minConfidence && !accentOnly) {
             out[i].text = third[i].text;
             out[i].confidence = 100.0f;
         } else if (!out[i].choices.contains(third[i].text)) {
@@ -263,12 +295,12 @@ std::vector<CardReader::Symbol> CardReader::recognise(Content content, double sc
         do {
             const char* text = choice.GetUTF8Text();
             const QString c = text ? QString::fromUtf8(text).trimmed() : QString();
-            if (!c.isEmpty() && c != read.text && !read.choices.contains(c))
+            if (!c.isEmpty() && c != read.text && !read.choices.contains(c)) {
                 read.choices << c;
+                if (c.toLower() == read.text.toLower())
+                    read.rival = std::max(read.rival, choice.Confidence());
+            }
         } while (choice.Next());
-        if (qEnvironmentVariableIsSet("ZVSCAN_DEBUG"))
-            std::fprintf(stderr, "%s %.1f [%s]\n", qUtf8Printable(read.text), double(read.confidence),
-                         qUtf8Printable(read.choices.join(QLatin1Char(','))));
         symbols.push_back(read);
     } while (it->Next(tesseract::RIL_SYMBOL));
     return symbols;
@@ -339,7 +371,7 @@ PageReading CardReader::readPage(const QString& path) {
 
     // A second read of each part, enlarged from the grey page and cut anew, sees the strokes at
     // another grain: where the two reads differ, neither is trusted, unless a third read, larger
-    // still, sides with one of them.
+    // still, sides surely with one of them.
     const auto readEnlarged = [&](const LinePart& part, double scale) {
         const Region at = shifted(part.region);
         BOX* box = boxCreate(at.x, at.y, at.dx, at.dy);
@@ -361,15 +393,8 @@ PageReading CardReader::readPage(const QString& path) {
             const bool doubt =
                 first.size() != second.size() ||
                 std::any_of(merged.begin(), merged.end(), [](const Symbol& s) { return s.confidence < 0; });
-            if (doubt) {
-                const std::vector<Symbol> third = readEnlarged(*part, thirdScale);
-                if (first.size() == second.size())
-                    merged = decided(merged, third);
-                else if (third.size() == first.size())
-                    merged = agreed(first, third);
-                else if (third.size() == second.size())
-                    merged = agreed(second, third);
-            }
+            if (doubt && first.size() == second.size())
+                merged = decided(merged, readEnlarged(*part, thirdScale), minConfidence_);
             first = merged;
         }
         parts.push_back(written(first, part->content));

@@ -60,6 +60,7 @@ private:
         QString text;
         float confidence;
         QStringList choices = {};
+        float rival = 0; // the weight of the same letter in the other case among the choices (0..100)
     };
     // Reads the image and rectangle set on the engine as one line; scale: the image's enlargement
     // against the page at 200 dpi.
