@@ -183,6 +183,18 @@ void wrongLengthMarked(ReadPart& card) {
 void strayDotCut(ReadPart& part) {
     if (part.text.endsWith(QLatin1String(" .")))
         part.text.chop(2);
+    // Numbers and institutions begin and end in a digit or a letter: a quote or a dot glued to a
+    // digit at either end is a speck.
+    static const QString specks = QStringLiteral("'`.,");
+    if (part.content == Content::Text) {
+        while (part.text.size() > 1 && specks.contains(part.text[0]) && part.text[1].isDigit()) {
+            part.text.remove(0, 1);
+            if (!part.choices.empty())
+                part.choices.erase(part.choices.begin());
+        }
+        while (part.text.size() > 1 && specks.contains(part.text.back()) && part.text[part.text.size() - 2].isDigit())
+            part.text.chop(1);
+    }
 }
 
 // An institution is printed as its number, " - " and its acronym or name ("0110 - NFZ Warszawa"):

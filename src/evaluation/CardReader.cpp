@@ -167,6 +167,18 @@ constexpr float closeCall = -2.0f;
 constexpr double secondScale = 1.5;
 constexpr double thirdScale = 2.0;
 
+// Whether two readings are the same letter: s and t with cedilla or comma below are one letter in
+// Romanian, the only alphabet here that has either (the card's rules then write the comma).
+bool sameLetter(const QString& a, const QString& b) {
+    static const QString cedilla = QStringLiteral(u"şŞţŢ"), comma = QStringLiteral(u"șȘțȚ");
+    const auto folded = [](QString t) {
+        for (qsizetype k = 0; k < cedilla.size(); ++k)
+            t.replace(cedilla[k], comma[k]);
+        return t;
+    };
+    return a == b || folded(a) == folded(b);
+}
+
 // The two reads of one part merged: a character both read alike stands (two reads at different
 // grains rarely make the same mistake); where they differ, it is doubtful, and both readings with
 // everything else either read considered there are its choices. Reads of different lengths cannot
@@ -176,7 +188,7 @@ template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& 
         return first;
     Symbols out = first;
     for (size_t i = 0; i < out.size(); ++i) {
-        if (out[i].text == second[i].text) {
+        if (sameLetter(out[i].text, second[i].text)) {
             // Both agree, but where the engine gave the other case nearly as much weight in either
             // read to a letter whose cases differ only in size, after a capital (inside an
             // acronym, where the line's other letters cannot tell its size), it is a coin toss:

@@ -38,7 +38,7 @@ TEST(CardChecksTest, RulesOfTheCard) {
          "05" + u + "06/2031", "HR", "Đurđica", "51 - HZZO Zagreb", "80191114572978280400", "05/06/2031"},
         {"Icelandic eth and thorn stay", "IS", "Þórðardóttir", "1 - Sjúkratryggingar", "80352114198544744169",
          "18/12/2026", "IS", "Þórðardóttir", "1 - Sjúkratryggingar", "80352114198544744169", "18/12/2026"},
-        {"Latvian has no q; a card number a digit short; a stray dot, a lost blank", "LV", "Qzols", "1 -NVD Rīga .",
+        {"Latvian has no q; a card number a digit short; a stray dot, a lost blank", "LV", "Qzols", "'1 -NVD Rīga .",
          "8042812345123456789", "18/12/2026", "LV", u + "zols", "1 - NVD Rīga", "80428" + u.repeated(14), "18/12/2026"},
         {"unknown state, unknown prefix", "XY", "Mäkinen", "1 - Kela", "80999114198544744169", "18/12/2026", u + u,
          "Mäkinen", "1 - Kela", "80999114198544744169", "18/12/2026"},
