@@ -6,6 +6,7 @@
 
 #include "FieldPalette.h"
 
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/FormModel.h"
@@ -131,11 +132,11 @@ void FieldNavigator::placeCursor(QLineEdit* edit) {
     const QString text = edit->text();
     const bool byF2 = enteredByF2_;
     enteredByF2_ = false;
-    if (byF2 && GetSysFlag(QStringLiteral("Cursor_F2"), false) && text.contains(QLatin1Char('?'))) {
+    if (byF2 && setting<Setting::Cursor_F2>() && text.contains(QLatin1Char('?'))) {
         edit->setSelection(int(text.indexOf(QLatin1Char('?'))), 1);
         return;
     }
-    switch (ToInteger(GetSysValue(QStringLiteral("Cursor_Allg")))) {
+    switch (setting<Setting::Cursor_allg>()) {
     case 0:
         edit->setSelection(0, int(text.size()));
         break;
@@ -199,8 +200,8 @@ int FieldNavigator::SucheFehlerhaftesFeld(bool backwards) {
 int FieldNavigator::searchFaultyFrom(int start, bool backwards) {
     int result = 0;
     const bool ran = RunReported(QStringLiteral("SucheFehlerhaftesFeld"), [&] {
-        const int howFar = ToInteger(GetSysValue(QStringLiteral("F2_WieWeitSuchen")));
-        const int what = ToInteger(GetSysValue(QStringLiteral("F2_WasSuchen")));
+        const int howFar = setting<Setting::F2_WieWeitSuchen>();
+        const int what = setting<Setting::F2_WasSuchen>();
         const QColor errorColour = colourOf(ProgramColours().fehler);
         QWidget* found = nullptr;
         for (const FieldPlace& place : ReadFieldOrder(backwards)) {

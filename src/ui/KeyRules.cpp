@@ -8,6 +8,7 @@
 #include "WindowsKeyCodes.h"
 
 #include "admin/OperatorStats.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "workflow/DeskTables.h"
@@ -43,12 +44,11 @@ bool isModifierKey(int key) {
            key == Qt::Key_Meta;
 }
 
-// True when key is the key the setting names (a key sequence such as "F10" or "Ctrl+Return"; the
+// True when key is the key keyName names (a key sequence such as "F10" or "Ctrl+Return"; the
 // default when the setting is null, no key when it is empty). The pad's flag does not count, so
 // the pad's Enter is Enter.
-bool configuredKeyMatches(const char* setting, const char* defaultKey, const QKeyEvent* key) {
-    const QKeySequence configured = QKeySequence::fromString(
-        GetSysText(QLatin1String(setting), QLatin1String(defaultKey)), QKeySequence::PortableText);
+bool configuredKeyMatches(const QString& keyName, const QKeyEvent* key) {
+    const QKeySequence configured = QKeySequence::fromString(keyName, QKeySequence::PortableText);
     if (configured.count() != 1)
         return false;
     const Qt::KeyboardModifiers mods = key->modifiers() & ~Qt::KeypadModifier;
@@ -119,11 +119,11 @@ bool KeyRules::keyDown(QKeyEvent* key) {
     const Qt::KeyboardModifiers mods = key->modifiers();
     const bool pad = mods.testFlag(Qt::KeypadModifier);
     // The operator's own keys for the two ways a record ends, from wherever the focus is.
-    if (configuredKeyMatches("Key_OK", "F10", key)) {
+    if (configuredKeyMatches(setting<Setting::Key_OK>(), key)) {
         actions_.handOver();
         return true;
     }
-    if (configuredKeyMatches("Key_Verwerfen", "F8", key)) {
+    if (configuredKeyMatches(setting<Setting::Key_Verwerfen>(), key)) {
         actions_.discard();
         return true;
     }
@@ -140,14 +140,14 @@ bool KeyRules::keyDown(QKeyEvent* key) {
             button->click();
             return true;
         }
-        if (active && GetSysFlag(QStringLiteral("Key_EnterLikeTab"), false)) {
+        if (active && setting<Setting::Key_EnterLikeTab>()) {
             actions_.nextControl();
             return true;
         }
         return false;
     case Qt::Key_Comma:
     case Qt::Key_Period:
-        if (pad && active && GetSysFlag(QStringLiteral("Key_NUMKommaGleichEntf"), false)) {
+        if (pad && active && setting<Setting::Key_NUMKommaGleichEntf>()) {
             sendKey(Qt::Key_Delete);
             return true;
         }
@@ -186,8 +186,8 @@ bool KeyRules::keyDown(QKeyEvent* key) {
 
 // A hot key: the setting (Key_F2, Key_F3 or Key_F4) names a row of zvbSysKeys, whose character and
 // key code must both match the key typed.
-bool KeyRules::hotKeyMatches(const char* setting, int typed) const {
-    const qint32 keyId = ToLong(GetSysValue(QLatin1String(setting)));
+bool KeyRules::hotKeyMatches(Setting hotKey, int typed) const {
+    const qint32 keyId = readLongSetting(hotKey);
     if (keyId == 0)
         return false;
     const std::optional<StoredHotKey> stored = ReadHotKey(keyId);
@@ -202,9 +202,9 @@ bool KeyRules::keyPress(QKeyEvent* key) {
     bool hot = false;
     const bool ran = RunReported(QStringLiteral("frmMain.Form_KeyPress"), [&] {
         static const struct {
-            const char* setting;
+            Setting setting;
             int key;
-        } hotKeys[] = {{"Key_F2", Qt::Key_F2}, {"Key_F3", Qt::Key_F3}, {"Key_F4", Qt::Key_F4}};
+        } hotKeys[] = {{Setting::Key_F2, Qt::Key_F2}, {Setting::Key_F3, Qt::Key_F3}, {Setting::Key_F4, Qt::Key_F4}};
         for (const auto& h : hotKeys)
             if (hotKeyMatches(h.setting, typed)) {
                 // The hot key stands for the function key; its character is not typed.

@@ -13,6 +13,7 @@
 #include <QObject>
 #include <functional>
 
+enum class Setting;
 class FieldNavigator;
 class QKeyEvent;
 class QLineEdit;
@@ -44,7 +45,7 @@ protected:
 private:
     bool keyDown(QKeyEvent* key);
     bool keyPress(QKeyEvent* key);
-    bool hotKeyMatches(const char* setting, int typed) const;
+    bool hotKeyMatches(Setting hotKey, int typed) const;
     void noteFullField(QLineEdit* edit);
     void sendKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 

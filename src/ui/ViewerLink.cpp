@@ -6,6 +6,7 @@
 #include "FieldNavigator.h"
 #include "WindowPositions.h"
 
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/FormModel.h"
@@ -102,7 +103,7 @@ bool ViewerLink::key(const QKeyEvent* key) {
 
 // A page that belongs to another record never stays beside this one.
 void ViewerLink::showPage(qint32 record) {
-    if (record < 0 || !GetSysFlag(QStringLiteral("GUI_BildanzeigeEnabled"), false))
+    if (record < 0 || !setting<Setting::GUI_BildanzeigeEnabled>())
         return;
     const QString bmpName = WerteArray().GetValue(QStringLiteral("BMPName"));
     const QString candidate = RecordImageFile(bmpName);

@@ -7,9 +7,11 @@
 #include "ExportQueue.h"
 #include "FieldNavigator.h"
 #include "KeyRules.h"
+#include "ScanActions.h"
 #include "StatusBarProgress.h"
 #include "ViewerLink.h"
 #include "WindowPositions.h"
+#include "app/Settings.h"
 #include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -100,6 +102,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     buildButtons();
     fields_ = new FieldNavigator(this, datensatz_, fieldNames(), buttonOK_);
     viewer_ = new ViewerLink(this, *fields_);
+    scan_ = new ScanActions(this, buttonScannen_, [this] { takeAndShowNext(); });
     auto* left = new QVBoxLayout;
     left->addWidget(datensatz_);
     auto* info = new QHBoxLayout;
@@ -177,16 +180,11 @@ void frmMain::showKeysInMenus() {
         QAction* item;
         QString key;
     } keys[] = {
-        {mpOKWeiter_, GetSysText(QStringLiteral("Key_OK"), QStringLiteral("F10"))},
-        {mpBelegLoeschen_, GetSysText(QStringLiteral("Key_Verwerfen"), QStringLiteral("F8"))},
-        {mpAktualisieren_, QStringLiteral("F5")},
-        {mpVollbild_, QStringLiteral("F12")},
-        {viewer_->zoomIn, QStringLiteral("Ctrl++")},
-        {viewer_->zoomOut, QStringLiteral("Ctrl+-")},
-        {viewer_->left, QStringLiteral("Alt+Left")},
-        {viewer_->right, QStringLiteral("Alt+Right")},
-        {viewer_->up, QStringLiteral("Alt+Up")},
-        {viewer_->down, QStringLiteral("Alt+Down")},
+        {mpOKWeiter_, setting<Setting::Key_OK>()},   {mpBelegLoeschen_, setting<Setting::Key_Verwerfen>()},
+        {mpAktualisieren_, QStringLiteral("F5")},    {mpVollbild_, QStringLiteral("F12")},
+        {viewer_->zoomIn, QStringLiteral("Ctrl++")}, {viewer_->zoomOut, QStringLiteral("Ctrl+-")},
+        {viewer_->left, QStringLiteral("Alt+Left")}, {viewer_->right, QStringLiteral("Alt+Right")},
+        {viewer_->up, QStringLiteral("Alt+Up")},     {viewer_->down, QStringLiteral("Alt+Down")},
     };
     for (const auto& k : keys) {
         const QString caption = k.item->text().section(QLatin1Char('\t'), 0, 0);
@@ -243,9 +241,6 @@ void frmMain::buildButtons() {
 void frmMain::buildMenus() {
     // Shortcut texts follow a tab in the caption only: the keys themselves belong to the form's key
     // handling, which a real menu shortcut would pre-empt.
-    mpScannen_ = makeAction(this, "mpScannen", "&Scannen");
-    mpScannerSelect_ = makeAction(this, "mpScannerSelect", "Scanner &auswählen...");
-    mpScannerSettings_ = makeAction(this, "mpScannerSettings", "Scanner&einstellungen...");
     mpDrucken_ = makeAction(this, "mpDrucken", "&Drucken");
     mpEnde_ = makeAction(this, "mpEnde", "&Beenden");
     mpOKWeiter_ = makeAction(this, "mpOKWeiter", "&OK / übergeben");
@@ -266,7 +261,7 @@ void frmMain::buildMenus() {
         return m;
     };
     QMenu* datei = menu("mnuDatei", "&Datei");
-    datei->addActions({mpScannen_, mpScannerSelect_, mpScannerSettings_});
+    datei->addActions({scan_->scan, scan_->select, scan_->settings});
     datei->addSeparator();
     datei->addAction(mpDrucken_);
     datei->addSeparator();
@@ -299,7 +294,7 @@ void frmMain::buildToolBar() {
     QStyle* s = style();
     mpOKWeiter_->setIcon(s->standardIcon(QStyle::SP_DialogApplyButton));
     mpBelegLoeschen_->setIcon(s->standardIcon(QStyle::SP_TrashIcon));
-    mpScannen_->setIcon(glyphIcon(QStringLiteral("Scan")));
+    scan_->scan->setIcon(glyphIcon(QStringLiteral("Scan")));
     viewer_->zoomIn->setIcon(glyphIcon(QStringLiteral("+")));
     viewer_->zoomOut->setIcon(glyphIcon(QString(QChar(0x2212))));
     viewer_->left->setIcon(s->standardIcon(QStyle::SP_ArrowLeft));
@@ -309,7 +304,7 @@ void frmMain::buildToolBar() {
     mpVollbild_->setIcon(s->standardIcon(QStyle::SP_TitleBarMaxButton));
     toolbar_->addActions({mpOKWeiter_, mpBelegLoeschen_});
     toolbar_->addSeparator();
-    toolbar_->addAction(mpScannen_);
+    toolbar_->addAction(scan_->scan);
     toolbar_->addSeparator();
     toolbar_->addActions({mpToggleBildanzeige_, viewer_->zoomIn, viewer_->zoomOut, viewer_->left, viewer_->right,
                           viewer_->up, viewer_->down});
@@ -353,10 +348,6 @@ void frmMain::connectActions() {
     connect(buttonBeenden_, &QPushButton::clicked, this, &frmMain::actionBeenden);
     connect(mpEnde_, &QAction::triggered, this, &frmMain::actionBeenden);
 
-    connect(buttonScannen_, &QPushButton::clicked, this, &frmMain::actionScannen);
-    connect(mpScannen_, &QAction::triggered, this, &frmMain::actionScannen);
-    connect(mpScannerSelect_, &QAction::triggered, this, &frmMain::actionScannerSelect);
-    connect(mpScannerSettings_, &QAction::triggered, this, &frmMain::actionScanner_Settings);
     connect(mpStatusBar_, &QAction::triggered, this, &frmMain::toggleStatusBar);
     connect(mpToolbar_, &QAction::triggered, this, &frmMain::toggleToolBar);
     connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);
@@ -409,7 +400,7 @@ void frmMain::connectKeys() {
 }
 
 void frmMain::loadForm() {
-    focusFieldName_ = GetSysText(QStringLiteral("GUI_FocusField"), QStringLiteral("BARCODE"));
+    focusFieldName_ = setting<Setting::GUI_FocusField>();
     mpBelegZumTest_->setVisible(IsBackupEnabled());
     fields_->storeFieldOrder();
     fields_->setFieldLengths();
@@ -417,17 +408,16 @@ void frmMain::loadForm() {
     firstStart_ = !RestoreWindowPosition(this);
     if (firstStart_)
         tileFirstStart();
-    applyStoredToggle(mpToggleBildanzeige_, "GUI_BildanzeigeEnabled");
-    applyStoredToggle(mpStatusBar_, "GUI_StatusBarEnabled");
-    applyStoredToggle(mpToolbar_, "GUI_ToolBarEnabled");
-    applyStoredToggle(mpVollbild_, "GUI_VollbildEnabled");
+    applyStoredToggle(mpToggleBildanzeige_, setting<Setting::GUI_BildanzeigeEnabled>());
+    applyStoredToggle(mpStatusBar_, setting<Setting::GUI_StatusBarEnabled>());
+    applyStoredToggle(mpToolbar_, setting<Setting::GUI_ToolBarEnabled>());
+    applyStoredToggle(mpVollbild_, setting<Setting::GUI_VollbildEnabled>());
     takeAndShowNext();
 }
 
 // Sets the item's check mark from the stored setting and runs its handler, so the screen matches
 // what was stored when the program last ran.
-void frmMain::applyStoredToggle(QAction* item, const char* setting) {
-    const bool on = GetSysFlag(QLatin1String(setting), false);
+void frmMain::applyStoredToggle(QAction* item, bool on) {
     item->setChecked(on);
     if (item == mpToggleBildanzeige_)
         toggleImageDisplay(on);
@@ -442,20 +432,19 @@ void frmMain::applyStoredToggle(QAction* item, const char* setting) {
 void frmMain::toggleStatusBar(bool on) {
     mpStatusBar_->setChecked(on);
     statusBar()->setVisible(on);
-    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { SetSysValue(QStringLiteral("GUI_StatusBarEnabled"), on); });
+    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { setSetting<Setting::GUI_StatusBarEnabled>(on); });
 }
 
 void frmMain::toggleToolBar(bool on) {
     mpToolbar_->setChecked(on);
     toolbar_->setVisible(on);
-    RunReported(QStringLiteral("mpToolbar_Click"), [on] { SetSysValue(QStringLiteral("GUI_ToolBarEnabled"), on); });
+    RunReported(QStringLiteral("mpToolbar_Click"), [on] { setSetting<Setting::GUI_ToolBarEnabled>(on); });
 }
 
 void frmMain::toggleImageDisplay(bool on) {
     mpToggleBildanzeige_->setChecked(on);
     viewer_->setActionsEnabled(on);
-    RunReported(QStringLiteral("mpToggleBildanzeige_Click"),
-                [on] { SetSysValue(QStringLiteral("GUI_BildanzeigeEnabled"), on); });
+    RunReported(QStringLiteral("mpToggleBildanzeige_Click"), [on] { setSetting<Setting::GUI_BildanzeigeEnabled>(on); });
     if (on)
         viewer_->showPage(current_);
     else
@@ -467,8 +456,7 @@ void frmMain::toggleImageDisplay(bool on) {
 void frmMain::toggleFullScreen(bool on) {
     auto store = [this](bool state) {
         mpVollbild_->setChecked(state);
-        RunReported(QStringLiteral("mpVollbild_Click"),
-                    [state] { SetSysValue(QStringLiteral("GUI_VollbildEnabled"), state); });
+        RunReported(QStringLiteral("mpVollbild_Click"), [state] { setSetting<Setting::GUI_VollbildEnabled>(state); });
     };
     store(on);
     if (!on)

@@ -7,11 +7,12 @@
 // The window hands the work around the record to collaborators: FieldNavigator moves between the
 // fields (focus, cursor, the F2 search for faulty fields), KeyRules is the keyboard (an event filter
 // that sees every key first), ViewerLink shows the record's page beside the form, RecordLookout
-// looks for waiting records while the form is empty, and ExportQueue runs the export pass after a
-// hand-over. Of the window's own files, frmMain.cpp builds the window and its menus and runs the
-// start of the form, frmMainWorkflow.cpp shows records and runs the record actions,
-// frmMainCheck.cpp the checks, colours and hand-over, frmMainLayout.cpp the window's place on the
-// screen, frmMainScan.cpp the scanner and frmMainWindows.cpp the small windows it opens.
+// looks for waiting records while the form is empty, ExportQueue runs the export pass after a
+// hand-over, and ScanActions the scan button and the scanner menu. Of the window's own files,
+// frmMain.cpp builds the window and its menus and runs the start of the form, frmMainWorkflow.cpp
+// shows records and runs the record actions, frmMainCheck.cpp the checks, colours and hand-over,
+// frmMainLayout.cpp the window's place on the screen and frmMainWindows.cpp the small windows it
+// opens.
 #pragma once
 
 #include "RecordLookout.h"
@@ -31,6 +32,7 @@ class QProgressBar;
 class QPushButton;
 class QTimer;
 class QToolBar;
+class ScanActions;
 class StatusBarProgress;
 class ViewerLink;
 class frmFehler;
@@ -84,7 +86,7 @@ private:
     void connectActions();
     void connectKeys();
     void loadForm();
-    void applyStoredToggle(QAction* item, const char* setting);
+    void applyStoredToggle(QAction* item, bool on);
     void toggleStatusBar(bool on);
     void toggleToolBar(bool on);
     void toggleImageDisplay(bool on);
@@ -94,12 +96,6 @@ private:
 
     // frmMainLayout.cpp: first start side by side with the viewer.
     void tileFirstStart();
-
-    // frmMainScan.cpp: the scan button and the scanner menu.
-    void actionScannen();
-    void actionScannerSelect();
-    void actionScanner_Settings();
-    void setScanControlsEnabled(bool on);
 
     // frmMainWorkflow.cpp: showing records and the record actions.
     void showRecord();
@@ -151,13 +147,11 @@ private:
     KeyRules* keys_ = nullptr;
     RecordLookout* lookout_ = nullptr;
     ExportQueue* exports_ = nullptr;
+    ScanActions* scan_ = nullptr;
 
     QAction* mpOKWeiter_ = nullptr;
     QAction* mpBelegLoeschen_ = nullptr;
     QAction* mpEnde_ = nullptr;
-    QAction* mpScannen_ = nullptr;
-    QAction* mpScannerSelect_ = nullptr;
-    QAction* mpScannerSettings_ = nullptr;
     QAction* mpDrucken_ = nullptr;
     QAction* mpBelegZumTest_ = nullptr;
     QAction* mpOptionen_ = nullptr;
