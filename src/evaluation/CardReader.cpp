@@ -15,6 +15,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 namespace evaluation {
@@ -140,29 +142,103 @@ const char* whitelistOf(Content content) {
     return "";
 }
 
-// Names hold letters of any alphabet, blanks, hyphens, apostrophes and abbreviating dots; the
-// engine's whitelist cannot say "any letter", so anything else it reads in a name is a smudge or a
-// frame mark and is written as unreadable.
+// Names hold letters of any alphabet, blanks between names, hyphens, apostrophes and abbreviating
+// dots; the engine's whitelist cannot say "any letter", so anything else it reads in a name is a
+// smudge or a frame mark and is written as unreadable.
 bool possibleInName(const QString& symbol) {
     for (const QChar c : symbol)
-        if (!c.isLetter() && !c.isMark() && c != QLatin1Char('-') && c != QLatin1Char('\'') && c != QLatin1Char('.') &&
-            c != QChar(0x2019))
+        if (!c.isLetter() && !c.isMark() && !QStringView(u" -'.\u2019").contains(c))
             return false;
     return true;
 }
 
-// The second read's enlargement.
+// The weight (the choice iterator's confidence, 0..100; the chosen character has about 93) from
+// which the same letter in the other case makes a character doubtful even where both reads agree on
+// it: capital and small š, ž, c, o, s, v, w, x, z differ only in size, which the engine judges
+// from the line's other letters, and an acronym in mixed case misleads it.
+constexpr float rivalLimit = 30.0f;
+// Letters whose capital and small forms differ only in size.
+const QString sizeOnly = QStringLiteral(u"cćčoóöőôõøsśšşșuúüůűvwxzźżž");
+// Confidences of merged characters: two reads that differ, and two that agree on a close call.
+constexpr float disagreement = -1.0f;
+constexpr float closeCall = -2.0f;
+
+// The second and third reads' enlargements.
 constexpr double secondScale = 1.5;
+constexpr double thirdScale = 2.0;
+
+// Whether two readings are the same letter: s and t with cedilla or comma below are one letter in
+// Romanian, the only alphabet here that has either (the card's rules then write the comma).
+bool sameLetter(const QString& a, const QString& b) {
+    static const QString cedilla = QStringLiteral(u"şŞţŢ"), comma = QStringLiteral(u"șȘțȚ");
+    const auto folded = [](QString t) {
+        for (qsizetype k = 0; k < cedilla.size(); ++k)
+            t.replace(cedilla[k], comma[k]);
+        return t;
+    };
+    return a == b || folded(a) == folded(b);
+}
 
 // The two reads of one part merged: a character both read alike stands (two reads at different
-// grains rarely make the same mistake); where they differ, it is doubtful. Reads of different
-// lengths cannot be set side by side: the first stands, judged by its confidences.
+// grains rarely make the same mistake); where they differ, it is doubtful, and both readings with
+// everything else either read considered there are its choices. Reads of different lengths cannot
+// be set side by side: the first stands, judged by its confidences.
 template <typename Symbols> Symbols agreed(const Symbols& first, const Symbols& second) {
     if (first.size() != second.size())
         return first;
     Symbols out = first;
-    for (size_t i = 0; i < out.size(); ++i)
-        out[i].confidence = out[i].text == second[i].text ? 100.0f : -1.0f;
+    for (size_t i = 0; i < out.size(); ++i) {
+        if (sameLetter(out[i].text, second[i].text)) {
+            // Both agree, but where the engine gave the other case nearly as much weight in either
+            // read to a letter whose cases differ only in size, after a capital (inside an
+            // acronym, where the line's other letters cannot tell its size), it is a coin toss:
+            // marked. At a word's start the case is known, and after a small letter the engine
+            // judges it well.
+            const bool afterCapital = i > 0 && first[i - 1].text.size() == 1 && first[i - 1].text[0].isUpper();
+            const bool close = afterCapital && sizeOnly.contains(first[i].text.toLower()) &&
+                               std::max(first[i].rival, second[i].rival) >= rivalLimit;
+            out[i].confidence = close ? closeCall : 100.0f;
+            for (const QString& c : second[i].choices)
+                if (!out[i].choices.contains(c))
+                    out[i].choices << c;
+            continue;
+        }
+        out[i].confidence = disagreement;
+        QStringList choices{first[i].text, second[i].text};
+        for (const QString& c : first[i].choices + second[i].choices)
+            if (!choices.contains(c))
+                choices << c;
+        out[i].choices = choices;
+    }
+    return out;
+}
+
+// The letter without its diacritics.
+QString baseLetter(const QString& c) {
+    const QString d = c.normalized(QString::NormalizationForm_D);
+    return d.isEmpty() ? c : d.left(1);
+}
+
+// Where two reads differed (merged, confidence below 0), a sure third read (at least minConfidence)
+// of the same length that sides with one of them decides, except between a letter and the same
+// letter with another diacritic: the larger the image, the more the engine drops small accents, so
+// there the mark stays. Otherwise the third reading joins the choices.
+template <typename Symbols> Symbols decided(const Symbols& merged, const Symbols& third, double minConfidence) {
+    if (third.size() != merged.size())
+        return merged;
+    Symbols out = merged;
+    for (size_t i = 0; i < out.size(); ++i) {
+        if (out[i].confidence != disagreement)
+            continue;
+        const QStringList both = out[i].choices.mid(0, 2);
+        const bool accentOnly = both.size() == 2 && baseLetter(both[0]) == baseLetter(both[1]);
+        if (both.contains(third[i].text) && third[i].confidence >= minConfidence && !accentOnly) {
+            out[i].text = third[i].text;
+            out[i].confidence = 100.0f;
+        } else if (!out[i].choices.contains(third[i].text)) {
+            out[i].choices.insert(2, third[i].text);
+        }
+    }
     return out;
 }
 
@@ -176,6 +252,9 @@ CardReader::CardReader(double minConfidence, const QString& separator)
         return;
     }
     api_->SetVariable("debug_file", "/dev/null");
+    // Keep the network's candidates per symbol, so that a doubtful character comes with the others
+    // the engine considered there.
+    api_->SetVariable("lstm_choice_mode", "2");
 }
 
 CardReader::~CardReader() {
@@ -222,18 +301,39 @@ std::vector<CardReader::Symbol> CardReader::recognise(Content content, double sc
         if (!symbols.empty() && (it->IsAtBeginningOf(tesseract::RIL_WORD) || left - lastRight >= minBlank * scale))
             symbols.push_back({QStringLiteral(" "), 100.0f});
         lastRight = right;
-        symbols.push_back({QString::fromUtf8(symbol.get()), it->Confidence(tesseract::RIL_SYMBOL)});
+        Symbol read{QString::fromUtf8(symbol.get()), it->Confidence(tesseract::RIL_SYMBOL)};
+        // The engine's other candidates for this very symbol, best first.
+        tesseract::ChoiceIterator choice(*it);
+        do {
+            const char* text = choice.GetUTF8Text();
+            const QString c = text ? QString::fromUtf8(text).trimmed() : QString();
+            if (!c.isEmpty() && c != read.text && !read.choices.contains(c)) {
+                read.choices << c;
+                if (c.toLower() == read.text.toLower())
+                    read.rival = std::max(read.rival, choice.Confidence());
+            }
+        } while (choice.Next());
+        symbols.push_back(read);
     } while (it->Next(tesseract::RIL_SYMBOL));
     return symbols;
 }
 
-QString CardReader::written(const std::vector<Symbol>& symbols, Content content) const {
-    QString text;
+ReadPart CardReader::written(const std::vector<Symbol>& symbols, Content content) const {
+    ReadPart part{content, QString()};
     for (const Symbol& s : symbols) {
         const bool doubtful = s.confidence < minConfidence_ || (content == Content::Name && !possibleInName(s.text));
-        text += doubtful ? QStringLiteral("\\f") : escaped(s.text);
+        const QString text = doubtful ? QStringLiteral("\\f") : escaped(s.text);
+        // One entry per character of the text: the symbol's own reading first, then the others.
+        QStringList choices{s.text};
+        for (const QString& c : s.choices)
+            if (!choices.contains(c))
+                choices << c;
+        part.choices.push_back(choices);
+        for (qsizetype i = 1; i < charactersOf(text).size(); ++i)
+            part.choices.emplace_back();
+        part.text += text;
     }
-    return text;
+    return part;
 }
 
 PageReading CardReader::readPage(const QString& path) {
@@ -278,27 +378,38 @@ PageReading CardReader::readPage(const QString& path) {
     for (const CardLine& line : layout->lines)
         for (const LinePart& part : line)
             firstReads.emplace_back(&part, readOnPage(part.region, part.content));
-    const QString stamp = written(readOnPage(layout->receiptDate, Content::ReceiptDate), Content::ReceiptDate);
+    const QString stamp = written(readOnPage(layout->receiptDate, Content::ReceiptDate), Content::ReceiptDate).text;
     reading.receiptDate = QDate::fromString(stamp, QStringLiteral("dd.MM.yyyy"));
 
     // A second read of each part, enlarged from the grey page and cut anew, sees the strokes at
-    // another grain: where the two reads differ, neither is trusted.
+    // another grain: where the two reads differ, neither is trusted, unless a third read, larger
+    // still, sides surely with one of them.
+    const auto readEnlarged = [&](const LinePart& part, double scale) {
+        const Region at = shifted(part.region);
+        BOX* box = boxCreate(at.x, at.y, at.dx, at.dy);
+        PixPtr clip(pixClipRectangle(page.get(), box, nullptr));
+        boxDestroy(&box);
+        PixPtr large(clip ? pixScaleGrayLI(clip.get(), float(scale), float(scale)) : nullptr);
+        PixPtr cut(large ? pixConvertTo1(large.get(), 128) : nullptr);
+        if (!cut)
+            return std::vector<Symbol>{};
+        api_->SetImage(cut.get());
+        api_->SetSourceResolution(int(pageDpi * scale));
+        return recognise(part.content, scale);
+    };
     std::vector<ReadPart> parts;
     for (auto& [part, first] : firstReads) {
         if (minConfidence_ > 0) {
-            const Region at = shifted(part->region);
-            BOX* box = boxCreate(at.x, at.y, at.dx, at.dy);
-            PixPtr clip(pixClipRectangle(page.get(), box, nullptr));
-            boxDestroy(&box);
-            PixPtr large(clip ? pixScaleGrayLI(clip.get(), secondScale, secondScale) : nullptr);
-            PixPtr cut(large ? pixConvertTo1(large.get(), 128) : nullptr);
-            if (cut) {
-                api_->SetImage(cut.get());
-                api_->SetSourceResolution(int(pageDpi * secondScale));
-                first = agreed(first, recognise(part->content, secondScale));
-            }
+            const std::vector<Symbol> second = readEnlarged(*part, secondScale);
+            std::vector<Symbol> merged = agreed(first, second);
+            const bool doubt =
+                first.size() != second.size() ||
+                std::any_of(merged.begin(), merged.end(), [](const Symbol& s) { return s.confidence < 0; });
+            if (doubt && first.size() == second.size())
+                merged = decided(merged, readEnlarged(*part, thirdScale), minConfidence_);
+            first = merged;
         }
-        parts.push_back({part->content, written(first, part->content)});
+        parts.push_back(written(first, part->content));
     }
     // All parts are read before any is judged: the card's rules tie the state code, the card
     // number and the names together.
@@ -310,9 +421,17 @@ PageReading CardReader::readPage(const QString& path) {
     size_t next = 0;
     for (const CardLine& line : layout->lines) {
         QStringList texts;
-        for (size_t i = 0; i < line.size(); ++i)
-            texts << parts[next++].text;
+        std::vector<QStringList> marks;
+        for (size_t i = 0; i < line.size(); ++i, ++next) {
+            texts << parts[next].text;
+            const QStringList chars = charactersOf(parts[next].text);
+            for (qsizetype c = 0; c < chars.size(); ++c)
+                if (chars[c] == QLatin1String("\\f"))
+                    marks.push_back(size_t(c) < parts[next].choices.size() ? parts[next].choices[size_t(c)]
+                                                                           : QStringList());
+        }
         reading.lines << texts.join(QStringLiteral("      "));
+        reading.alternatives.push_back(marks);
     }
     api_->Clear();
     return reading;

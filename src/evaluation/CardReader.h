@@ -6,6 +6,7 @@
 // One reader holds one engine: use one reader per thread.
 #pragma once
 
+#include "CardChecks.h"
 #include "CardLayouts.h"
 #include <QDate>
 
@@ -29,7 +30,10 @@ struct PageReading {
     int offsetY = 0;
     QDate receiptDate; // the date in the receipt stamp; invalid when not readable
     QStringList lines; // the card's raw lines (6 for layout 4, 7 for layout 5), escapes in
-    QString error;     // why the page could not be read at all (file unreadable)
+    // per line, for each "\f" in it in order, the characters the engine saw there, best first
+    // (empty where it has none)
+    std::vector<std::vector<QStringList>> alternatives;
+    QString error; // why the page could not be read at all (file unreadable)
 };
 
 class CardReader {
@@ -50,16 +54,19 @@ public:
     PageReading readPage(const QString& path);
 
 private:
-    // One character as the engine read it; a blank between words has confidence 100.
+    // One character as the engine read it, with the others it considered there, best first; a
+    // blank between words has confidence 100.
     struct Symbol {
         QString text;
         float confidence;
+        QStringList choices = {};
+        float rival = 0; // the weight of the same letter in the other case among the choices (0..100)
     };
     // Reads the image and rectangle set on the engine as one line; scale: the image's enlargement
     // against the page at 200 dpi.
     std::vector<Symbol> recognise(Content content, double scale);
-    // The symbols as the result file takes them, doubtful ones as "\f".
-    QString written(const std::vector<Symbol>& symbols, Content content) const;
+    // The symbols as the result file takes them, doubtful ones as "\f" with their choices.
+    ReadPart written(const std::vector<Symbol>& symbols, Content content) const;
     QString escaped(const QString& symbol) const;
 
     std::unique_ptr<tesseract::TessBaseAPI> api_;

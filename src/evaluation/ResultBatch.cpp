@@ -3,6 +3,7 @@
 // disk (fsync) and cutting back a failed append (ftruncate) are what make it safe.
 #include "ResultBatch.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -48,7 +49,34 @@ QString resultLine(const QString& bmpName, const QDate& scanDate, const PageRead
     return parts.join(separator);
 }
 
-bool appendLines(const QString& path, const QStringList& lines, QString* error) {
+QString alternativesPath(const QString& resultPath) {
+    const QFileInfo info(resultPath);
+    const QString name = info.fileName();
+    const qsizetype dot = name.lastIndexOf(QLatin1Char('.'));
+    return info.dir().filePath((dot < 0 ? name : name.left(dot)) + QStringLiteral(".alt"));
+}
+
+QStringList alternativesLines(const QString& bmpName, const PageReading& reading) {
+    QStringList out;
+    const QString prefix = reading.typ == 4 ? QStringLiteral("T4_L") : QStringLiteral("T5_L");
+    for (size_t line = 0; line < reading.alternatives.size(); ++line)
+        for (size_t mark = 0; mark < reading.alternatives[line].size(); ++mark)
+            if (!reading.alternatives[line][mark].isEmpty())
+                out << QStringList{bmpName, prefix + QString::number(line + 1), QString::number(mark + 1),
+                                   reading.alternatives[line][mark].join(QString())}
+                           .join(QLatin1Char('\t'));
+    return out;
+}
+
+void cutBack(const QString& path, qint64 size) {
+    // Best effort: this runs after a failure that is already being reported.
+    if (size < 0)
+        QFile::remove(path);
+    else
+        QFile::resize(path, size);
+}
+
+bool appendLines(const QString& path, const QStringList& lines, QString* error, bool withoutMark) {
     QByteArray batch;
     for (const QString& line : lines)
         batch += line.toUtf8() + "\r\n";
@@ -76,7 +104,7 @@ bool appendLines(const QString& path, const QStringList& lines, QString* error) 
         return false;
     }
     const off_t oldEnd = ::lseek(fd, 0, SEEK_END);
-    if (oldEnd == 0)
+    if (oldEnd == 0 && !withoutMark)
         batch.prepend("\xEF\xBB\xBF");
     const bool ok = oldEnd >= 0 && writeAll(fd, batch) && ::fsync(fd) == 0;
     if (!ok) {

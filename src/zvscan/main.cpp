@@ -2,7 +2,9 @@
 // zvscan: the evaluation program. Reads the card on every scanned page (*.tif) of the scan folder
 // (Scan_Pfad) in name order, appends one result line per page to the import file (Import_Datei) and
 // moves each evaluated page into the image folder (APP_Bildpfad), so that no page is read twice and
-// the viewer finds it.
+// the viewer finds it. Beside the import file (its name with ".alt") it appends, for every character
+// written as unreadable, the characters the engine saw there, best first, so that the operator can
+// take one with a key instead of typing it.
 //   zvscan [--home ORDNER] [/BENUTZER]   (--help, --version)
 // Settings of tarnvel.ini: [Beleg] Trenner (the result file's separator) and [Auswertung]
 // MinKonfidenz, the confidence (0..100) below which a character is written as unreadable.
@@ -31,11 +33,11 @@
 namespace {
 
 // Tesseract's LSTM confidences crowd near the top: clean print reads at 96 to 99.7 (the Polish ł
-// lowest), a character half covered by a smudge at about 95. Each part is read twice and a character
-// both reads agree on stands, so the threshold only judges parts whose two reads differ in length.
-// Measured with bench_evaluation on 200 spoilt forms at 200 dpi: 90 gives 95.6 % of fields right
-// with 1.7 silent errors and 3.9 "?" per 1,000 characters, 95.5 gives 95.4 %, 1.6 and 4.5: the
-// fewer silent errors win.
+// lowest), a character half covered by a smudge at about 95. Each part is read twice (a third time
+// where the two differ) and a character the reads agree on stands, so the threshold only judges
+// parts whose reads differ in length. Measured with bench_evaluation on 200 spoilt forms at 200 dpi
+// (seed 1): 90 gives 97.6 % of fields right with 1.4 silent errors per 1,000 characters, 95.5 gives
+// 97.1 % and 1.0, 97 gives 96.9 % and 1.0: the lowest value with the fewest silent errors.
 constexpr double defaultMinConfidence = 95.5;
 
 const QString logSource = QStringLiteral("zvscan");
@@ -127,6 +129,7 @@ int main(int argc, char** argv) {
     // Pages in parallel, one engine per thread; each page's line lands in its own slot so the
     // file keeps the name order.
     QStringList lines(pages.size());
+    std::vector<QStringList> alternatives(size_t(pages.size()));
     QStringList pageErrors(pages.size());
     std::atomic<qsizetype> next{0};
     std::atomic<bool> engineMissing{false};
@@ -147,6 +150,7 @@ int main(int argc, char** argv) {
                 const evaluation::PageReading reading = reader.readPage(page.filePath());
                 pageErrors[i] = reading.error;
                 lines[i] = evaluation::resultLine(page.fileName(), page.lastModified().date(), reading, separator);
+                alternatives[size_t(i)] = evaluation::alternativesLines(page.fileName(), reading);
             }
         });
     }
@@ -158,9 +162,22 @@ int main(int argc, char** argv) {
         if (!e.isEmpty())
             WriteLog(logSource, e);
 
+    // The alternatives go first, so that no result line is ever without its alternatives; when the
+    // result lines cannot follow, the alternatives are cut back as well.
+    QStringList alternativeLines;
+    for (const QStringList& page : alternatives)
+        alternativeLines += page;
+    const QString alternativesFile = evaluation::alternativesPath(importFile);
+    const QFileInfo alternativesBefore(alternativesFile);
+    const qint64 alternativesSize = alternativesBefore.exists() ? alternativesBefore.size() : -1;
     QString error;
-    if (!evaluation::appendLines(importFile, lines, &error))
+    if (!alternativeLines.isEmpty() && !evaluation::appendLines(alternativesFile, alternativeLines, &error, true))
         return fail(error);
+    if (!evaluation::appendLines(importFile, lines, &error)) {
+        if (!alternativeLines.isEmpty())
+            evaluation::cutBack(alternativesFile, alternativesSize);
+        return fail(error);
+    }
     int moveFailures = 0;
     for (const QFileInfo& page : pages) {
         const QString target = QDir(imageDir).filePath(page.fileName());

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The card's rules applied to readings as the engine gives them: the state code and the card
 // number's prefix repair or question each other, letters foreign to the state's alphabet are
-// questioned, the state's own spelling wins over look-alike letters, and dates keep their shape.
+// questioned, the state's own spelling wins over look-alike letters, dates keep their shape and a
+// card number has its 20 digits.
 #include "CardChecks.h"
 
 #include <QList>
@@ -30,12 +31,15 @@ TEST(CardChecksTest, RulesOfTheCard) {
          u.repeated(5) + "645175519014717", "14/05/2027"},
         {"letters foreign to Lithuanian questioned", "LT", "Kazłauskas", "1 - VLK Vilnius", "80440123451234567890",
          "01/02/2028", "LT", "Kaz" + u + "auskas", "1 - VLK Vilnius", "80440123451234567890", "01/02/2028"},
-        {"Romanian comma below, impossible month", "RO", "Mihăiţă", "1 - CNAS Bucureşti", "80642095245375214953",
-         "29/13/2027", "RO", "Mihăiță", "1 - CNAS București", "80642095245375214953", "29/" + u + u + "/2027"},
+        {"Romanian comma below, impossible month, unreadable hyphen", "RO", "Mihăiţă", "1 " + u + " CNAS Bucureşti",
+         "80642095245375214953", "29/13/2027", "RO", "Mihăiță", "1 - CNAS București", "80642095245375214953",
+         "29/" + u + u + "/2027"},
         {"Croatian D with stroke, unreadable slash", "HR", "Ðurđica", "51 - HZZO Zagreb", "80191114572978280400",
          "05" + u + "06/2031", "HR", "Đurđica", "51 - HZZO Zagreb", "80191114572978280400", "05/06/2031"},
         {"Icelandic eth and thorn stay", "IS", "Þórðardóttir", "1 - Sjúkratryggingar", "80352114198544744169",
          "18/12/2026", "IS", "Þórðardóttir", "1 - Sjúkratryggingar", "80352114198544744169", "18/12/2026"},
+        {"Latvian has no q; a card number a digit short; a stray dot, a lost blank", "LV", "Qzols", "'1 -NVD Rīga .",
+         "8042812345123456789", "18/12/2026", "LV", u + "zols", "1 - NVD Rīga", "80428" + u.repeated(14), "18/12/2026"},
         {"unknown state, unknown prefix", "XY", "Mäkinen", "1 - Kela", "80999114198544744169", "18/12/2026", u + u,
          "Mäkinen", "1 - Kela", "80999114198544744169", "18/12/2026"},
     };

@@ -36,9 +36,9 @@ protected:
         SetSysValue("Import_Datei", home_.path("import/zvscan.txt"));
         SetSysValue("APP_Bildpfad", home_.path("images"));
     }
-    void scanPage(const QString& name, const Card& c) {
+    void scanPage(const QString& name, const Card& c, const QList<QRect>& blots = {}) {
         const QImage page = renderForm(formlayout::layoutFor(c.typ), cardValues(c.state, c.surname, c.given));
-        ASSERT_TRUE(writeTiffPages(home_.path("scan/" + name), {shiftedPage(page, c.dx, c.dy)}));
+        ASSERT_TRUE(writeTiffPages(home_.path("scan/" + name), {shiftedPage(page, c.dx, c.dy, blots)}));
     }
     TempHome home_;
 };
@@ -78,13 +78,36 @@ TEST_F(ZvscanTest, CardsOfSixAlphabetsArriveIntactInTheDatabase) {
     }
 }
 
+// A blot over the left half of the "o" of Dvořák: the character is marked, and the alternatives
+// file beside the result offers the true letter for it; the import shows the mark as "?".
+TEST_F(ZvscanTest, SmudgedCharacterComesWithItsAlternatives) {
+    scanPage("31905001.tif", {4, 0, 0, "CZ", "Dvořák", "Jiří"}, {QRect(246, 678, 14, 18)});
+    QString output;
+    ASSERT_EQ(run(ZVSCAN, {"--home", home_.dir()}, &output), 0) << output.toStdString();
+    EXPECT_TRUE(home_.readFile("import/zvscan.txt").contains(";Dv\\fřák;"));
+    const QByteArray alternatives = home_.readFile("import/zvscan.alt");
+    ASSERT_TRUE(alternatives.startsWith("31905001.tif\tT4_L3\t1\t")) << alternatives.toStdString();
+    ASSERT_TRUE(alternatives.endsWith("\r\n"));
+    const QString candidates = QString::fromUtf8(alternatives.split('\t').value(3).trimmed());
+    EXPECT_TRUE(candidates.contains('o')) << candidates.toStdString();
+    EXPECT_LE(candidates.size(), 5);
+
+    ASSERT_EQ(run(VERIDON_CLI, {"--home", home_.dir(), "import", home_.path("import/zvscan.txt")}, &output), 0)
+        << output.toStdString();
+    EXPECT_EQ(GetValue("NACHNAME", "zvbWerte", "BMPName = '31905001.tif'").toString(), "Dv?řák");
+}
+
+// A result file that cannot be written leaves the pages where they were and no alternatives behind
+// (they are written first): here the result file's name is taken by a folder.
 TEST_F(ZvscanTest, UnwritableResultLeavesThePagesAndIsLogged) {
-    scanPage("31903001.tif", {4, 0, 0, "AT", "Huber", "Maria"});
-    SetSysValue("Import_Datei", home_.path("missing/zvscan.txt"));
+    scanPage("31903001.tif", {4, 0, 0, "CZ", "Dvořák", "Jiří"}, {QRect(246, 678, 14, 18)});
+    QDir().mkpath(home_.path("import/zvscan.txt"));
     EXPECT_EQ(run(ZVSCAN, {"--home", home_.dir()}), 1);
     EXPECT_TRUE(QFileInfo::exists(home_.path("scan/31903001.tif")));
     EXPECT_TRUE(QDir(home_.path("images")).entryList(QDir::Files).isEmpty());
-    EXPECT_TRUE(home_.readFile("zvMsgLog.txt").contains("zvscan;Zwischendatei"));
+    EXPECT_FALSE(QFileInfo::exists(home_.path("import/zvscan.alt")));
+    EXPECT_TRUE(home_.readFile("zvMsgLog.txt").contains("zvscan;Importdatei"))
+        << home_.readFile("zvMsgLog.txt").toStdString();
 }
 
 // The command line: help and version answer without a home, the operator word of the scan sequence
