@@ -318,6 +318,41 @@ void RowInserter::bind(int position, const QVariant& value) {
     }
 }
 
+void RowInserter::bindText(int position, const QString& text) {
+    if (!statement_) {
+        query_.bindValue(position, text.isNull() ? QStringLiteral("") : text);
+        return;
+    }
+    if (position >= texts_.size())
+        texts_.resize(position + 1);
+    QByteArray& bytes = texts_[position];
+    // UTF-8 needs at most three bytes for a UTF-16 unit; the buffer only grows, so a batch's values
+    // are encoded without allocating.
+    if (bytes.size() < text.size() * 3 + 1)
+        bytes.resize(text.size() * 3 + 1);
+    char* const begin = bytes.data();
+    char* out = begin;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u < 0x80) {
+            *out++ = char(u);
+        } else if (u < 0x800) {
+            *out++ = char(0xC0 | (u >> 6));
+            *out++ = char(0x80 | (u & 0x3F));
+        } else if (!QChar::isSurrogate(u)) {
+            *out++ = char(0xE0 | (u >> 12));
+            *out++ = char(0x80 | ((u >> 6) & 0x3F));
+            *out++ = char(0x80 | (u & 0x3F));
+        } else {
+            // Characters beyond the basic plane and broken pairs are Qt's to encode, as bind() does.
+            bytes = text.toUtf8();
+            sqlite3_bind_text(statement_, position + 1, bytes.constData(), int(bytes.size()), SQLITE_STATIC);
+            return;
+        }
+    }
+    sqlite3_bind_text(statement_, position + 1, begin, int(out - begin), SQLITE_STATIC);
+}
+
 void RowInserter::exec() {
     if (!statement_) {
         execPrepared(query_);

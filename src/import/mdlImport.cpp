@@ -53,6 +53,7 @@ struct ImportPlan {
     // One line's values being built, kept to reuse their memory.
     QVector<QString> texts;
     QVector<bool> present;
+    QVector<ResultPart> parts;
 };
 
 int columnIndex(const QVector<ColumnPlan>& columns, const QString& name) {
@@ -139,12 +140,19 @@ QVariant storedValue(const ColumnPlan& c, const QString& text, qint64 lineNumber
     double number = 0;
     switch (c.type) {
     case DaoType::Integer:
-    case DaoType::Long:
+    case DaoType::Long: {
+        // A plain whole number in range, nearly every value, needs no decimal conversion.
+        bool ok = false;
+        const qint64 whole = t.toLongLong(&ok);
+        const qint64 limit = c.type == DaoType::Integer ? 32767 : 2147483647;
+        if (ok && whole >= -limit - 1 && whole <= limit)
+            return int(whole);
         try {
             return c.type == DaoType::Integer ? QVariant(int(ToInteger(t))) : QVariant(ToLong(t));
         } catch (const VeridonError&) {
             typeMismatch(c, text, lineNumber);
         }
+    }
     case DaoType::Boolean: {
         const QString word = t.toLower();
         if (word == QLatin1String("false") || word == QLatin1String("falsch") || word == QLatin1String("no") ||
@@ -179,7 +187,8 @@ QVariant storedValue(const ColumnPlan& c, const QString& text, qint64 lineNumber
 // Takes one line into a new row: its parts as the import stores them, then the card lines mapped
 // into the form's fields, the row waiting for correction (state 10) - written once.
 void importLine(ImportPlan& plan, const QString& line, const QString& separator, qint64 lineNumber) {
-    const QVector<ResultPart> parts = splitResultLine(line, separator, int(plan.columns.size()));
+    QVector<ResultPart>& parts = plan.parts;
+    splitResultLine(line, separator, int(plan.columns.size()), parts);
     bool invalid = false;
     for (int i = 0; i < plan.columns.size(); ++i) {
         const ColumnPlan& c = plan.columns[i];
@@ -199,14 +208,14 @@ void importLine(ImportPlan& plan, const QString& line, const QString& separator,
             stored = value;
             stored.replace(QLatin1Char(';'), QLatin1Char('.'));
         }
-        stored = applyOcrRules(c.rules, stored);
+        stored = applyOcrRules(c.rules, std::move(stored));
         // The field definition's length wins over both steps before.
         if (c.length != NoFieldLength && value.size() > c.length)
             stored = value.left(c.length);
         // A replacement rule must not make a value longer than its column holds.
         if (c.size > 0 && stored.size() > c.size)
             stored.truncate(c.size);
-        plan.texts[i] = stored;
+        plan.texts[i] = std::move(stored);
     }
 
     CardLineMapping::Raw raw;
@@ -230,8 +239,14 @@ void importLine(ImportPlan& plan, const QString& line, const QString& separator,
 
     for (int i = 0; i < plan.columns.size(); ++i) {
         const ColumnPlan& c = plan.columns[i];
-        if (c.bindPosition >= 0)
-            plan.insert->bind(c.bindPosition, plan.present[i] ? storedValue(c, plan.texts[i], lineNumber) : QVariant());
+        if (c.bindPosition < 0)
+            continue;
+        if (!plan.present[i])
+            plan.insert->bind(c.bindPosition, QVariant());
+        else if (c.type == DaoType::Text || c.type == DaoType::Memo)
+            plan.insert->bindText(c.bindPosition, plan.texts[i]);
+        else
+            plan.insert->bind(c.bindPosition, storedValue(c, plan.texts[i], lineNumber));
     }
     plan.insert->exec();
     if (invalid)
