@@ -101,8 +101,7 @@ QSqlDatabase database() {
     }
     const QString path = GetDBPath();
     if (!QFileInfo(path).isFile())
-        throw VeridonError(ErrorNumber::DatabaseMissing,
-                           QStringLiteral("Die Datenbank '%1' wurde nicht gefunden.").arg(path));
+        throw VeridonError(ErrorNumber::DatabaseMissing, Msg::ErrDatabaseMissing, {path});
     return openConnection(path);
 }
 
@@ -155,7 +154,7 @@ QSqlDatabase poolForStatement() {
             if (isConnectionLoss(error) || !db.isOpen()) {
                 db = QSqlDatabase();
                 dropPoolConnection();
-                throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+                throw poolUnreachable(homePoolUri(), error.text());
             }
             throw errorFrom(error, QStringLiteral("BEGIN"));
         }
@@ -186,7 +185,7 @@ VeridonError failure(const QSqlQuery& query, const QString& statement) {
         const QString reason = query.lastError().text();
         dropPoolConnection(&query);
         connection.poolTransaction = false;
-        return VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), reason));
+        return poolUnreachable(homePoolUri(), reason);
     }
     return errorFrom(query.lastError(), statement);
 }
@@ -416,11 +415,9 @@ QString sqlQuote(const QString& text) {
 void requireColumn(const QString& table, const QString& column) {
     const QVector<ColumnInfo> columns = tableColumns(table);
     if (columns.isEmpty())
-        throw VeridonError(ErrorNumber::TableMissing,
-                           QStringLiteral("Die Tabelle '%1' ist nicht vorhanden.").arg(table));
+        throw VeridonError(ErrorNumber::TableMissing, Msg::ErrTableMissing, {table});
     if (!column.isEmpty() && indexOfColumn(columns, column) < 0)
-        throw VeridonError(ErrorNumber::ColumnMissing,
-                           QStringLiteral("Das Feld '%1' ist in der Tabelle '%2' nicht vorhanden.").arg(column, table));
+        throw VeridonError(ErrorNumber::ColumnMissing, Msg::ErrColumnMissing, {column, table});
 }
 
 namespace {
@@ -434,7 +431,7 @@ void endPoolTransaction(bool commit) {
         const QSqlError error = db.lastError();
         if (isConnectionLoss(error)) {
             dropPoolConnection();
-            throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+            throw poolUnreachable(homePoolUri(), error.text());
         }
         throw errorFrom(error, QStringLiteral("COMMIT"));
     }

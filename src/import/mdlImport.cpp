@@ -115,11 +115,7 @@ ImportPlan planImport(const QString& table, CardLineMapping mapping) {
 }
 
 [[noreturn]] void typeMismatch(const ColumnPlan& c, const QString& text, qint64 lineNumber) {
-    throw VeridonError(ErrorNumber::TypeMismatch,
-                       QStringLiteral("Datentypenkonvertierungsfehler in Zeile %1: der Wert '%2' passt nicht in das "
-                                      "Feld '%3'.")
-                           .arg(lineNumber)
-                           .arg(text, c.name));
+    throw VeridonError(ErrorNumber::TypeMismatch, Msg::ErrImportValue, {lineNumber, text, c.name});
 }
 
 bool parseNumber(const QString& text, double& number) {
@@ -369,8 +365,7 @@ int ImportZVBWerte(const QString& path) {
         qint64 size = 0;
         QString sha256;
         if (!fileIdentity(temp, size, sha256))
-            throw VeridonError(ErrorNumber::FileNotFound,
-                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+            throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileRead, {temp});
         // An empty file adds nothing, so it may come any number of times.
         if (size > 0) {
             ensureImportedFilesTable();
@@ -395,8 +390,7 @@ int ImportZVBWerte(const QString& path) {
         }
         TextLineReader lines;
         if (!lines.open(temp))
-            throw VeridonError(ErrorNumber::FileNotFound,
-                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+            throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileRead, {temp});
         Progress& progress = appProgress();
         qint64 n = 0;
         QString line;
@@ -413,8 +407,7 @@ int ImportZVBWerte(const QString& path) {
         }
         show();
         if (lines.failed())
-            throw VeridonError(ErrorNumber::DeviceIO,
-                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+            throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrFileRead, {temp});
         progress.finished();
         lineCount = n;
         plan.insert.reset();
