@@ -71,7 +71,7 @@ inline constexpr MessageText ErrCannotReplace{"Msg_ErrCannotReplace", "'%1' kann
 inline constexpr MessageText ErrCannotCopy{"Msg_ErrCannotCopy", "'%1' kann nicht nach '%2' kopiert werden: %3"};
 inline constexpr MessageText ErrCannotWrite{"Msg_ErrCannotWrite", "'%1' kann nicht geschrieben werden."};
 inline constexpr MessageText ErrMixedStatement{"Msg_ErrMixedStatement", "Programmfehler: die Anweisung verbindet Tabellen der Arbeitsplatz-Datenbank und des gemeinsamen Pools [%1]"};
-inline constexpr MessageText ErrPoolUnreachable{"Msg_ErrPoolUnreachable", "Der Server des gemeinsamen Belegpools (%1) antwortet nicht. Ihre Eingaben bleiben erhalten; versuchen Sie es gleich noch einmal.\n%2"};
+inline constexpr MessageText ErrPoolUnreachable{"Msg_ErrPoolUnreachable", "Der Server des gemeinsamen Belegpools (%1) antwortet nicht. Ihre Eingaben bleiben erhalten; versuchen Sie es gleich noch einmal.\\n%2"};
 inline constexpr MessageText ErrNoPool{"Msg_ErrNoPool", "Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."};
 inline constexpr MessageText ErrFileWrite{"Msg_ErrFileWrite", "Die Datei '%1' kann nicht geschrieben werden: %2"};
 inline constexpr MessageText ErrFileNotFound{"Msg_ErrFileNotFound", "Die Datei '%1' wurde nicht gefunden."};

@@ -185,6 +185,7 @@ private:
     QTimer* exportTimer_ = nullptr;
     bool exportQueued_ = false; // a hand-over waits for its export pass
     bool exporting_ = false;
+    bool scanning_ = false;     // the scan sequence runs: the look-out waits for its end
     bool firstStart_ = false;   // no stored place: the window and the viewer are tiled
     bool viewerPlaced_ = false; // the viewer took its place in this session
     QProgressBar* progressBar_ = nullptr;

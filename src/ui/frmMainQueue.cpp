@@ -58,7 +58,7 @@ void frmMain::showTodaysWork() {
 }
 
 void frmMain::lookForRecords() {
-    if (closing_)
+    if (closing_ || scanning_)
         return;
     const int waiting = waitingRecords();
     if (current_ < 0 && waiting > 0)

@@ -16,7 +16,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStatusBar>
+#include <QTimer>
 
 namespace {
 
@@ -68,12 +70,32 @@ void frmMain::setScanControlsEnabled(bool on) {
         a->setEnabled(on);
 }
 
+// The sequence processes events while pages come in and while the evaluation runs, so the
+// look-out (its timer and F5) waits for its end: it would take a record that the sequence then
+// deletes, or, on a shared pool, one that the first new record replaces on screen while it stays
+// held. A click that arrives while an export pass processes events (the pass holds the export
+// lock and the write lock) or inside the sequence itself starts nothing.
 void frmMain::actionScannen() {
-    std::unique_ptr<Scanner> scanner = makeScanner();
-    WindowScanObserver observer(this, *scanner, [this](bool on) { setScanControlsEnabled(on); });
-    const ScanRun run = RunScanSequence(*scanner, {}, observer);
+    if (scanning_ || exporting_) {
+        QApplication::beep();
+        return;
+    }
+    // A record handed over just before leaves first: the sequence empties a workstation's own
+    // pool before it imports.
+    runQueuedExport();
+    scanning_ = true;
+    poll_->stop();
+    ScanRun run;
+    {
+        const auto done = qScopeGuard([this] { scanning_ = false; });
+        std::unique_ptr<Scanner> scanner = makeScanner();
+        WindowScanObserver observer(this, *scanner, [this](bool on) { setScanControlsEnabled(on); });
+        run = RunScanSequence(*scanner, {}, observer);
+    }
     if (run.imported)
         takeAndShowNext();
+    else
+        followQueue();
 }
 
 void frmMain::actionScannerSelect() {
