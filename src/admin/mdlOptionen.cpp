@@ -21,8 +21,8 @@ QList<OptionChoice> readChoices(const QString& sql, bool joinKeyAndText) {
 }
 
 bool isHotkeyColumn(const QString& column) {
-    for (const char* name : HotkeyColumns)
-        if (column.compare(QLatin1String(name), Qt::CaseInsensitive) == 0)
+    for (Setting hotKey : HotkeySettings)
+        if (column.compare(settingName(hotKey), Qt::CaseInsensitive) == 0)
             return true;
     return false;
 }

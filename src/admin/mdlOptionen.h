@@ -4,6 +4,8 @@
 // and the one write of all edited settings into the zvbSys row.
 #pragma once
 
+#include "app/Settings.h"
+
 #include <QList>
 #include <QString>
 #include <QVariant>
@@ -19,7 +21,7 @@ struct OptionChoice {
 using SettingValues = QList<std::pair<QString, QVariant>>;
 
 // The hot-key settings, in the order the key press handling tries them.
-inline constexpr const char* HotkeyColumns[] = {"Key_F2", "Key_F3", "Key_F4"};
+inline constexpr Setting HotkeySettings[] = {Setting::Key_F2, Setting::Key_F3, Setting::Key_F4};
 
 // A colour reference 0x00BBGGRR as stored in the settings: "&H" and upper-case hex digits without
 // leading zeros ("&HA0A0FF", "&HFF00").

@@ -3,6 +3,7 @@
 
 #include "app/Errors.h"
 #include "app/Home.h"
+#include "app/Settings.h"
 #include "app/TextFile.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -47,11 +48,11 @@ TestCopySource testCopySource(const QString& imageName) {
     const qsizetype separator = lastSeparator(imageName);
     if (separator >= 0)
         return {imageName.left(separator) + QLatin1Char('/'), imageName.mid(separator + 1)};
-    return {withTrailingSlash(GetSysText(QStringLiteral("APP_Bildpfad"))), imageName};
+    return {withTrailingSlash(setting<Setting::APP_Bildpfad>()), imageName};
 }
 
 QString testCopyFolder() {
-    QString folder = GetSysText(QStringLiteral("APP_TestBildpfad"));
+    QString folder = setting<Setting::APP_TestBildpfad>();
     if (!folder.endsWith(QLatin1Char('/')) && !folder.endsWith(QLatin1Char('\\')))
         folder += QLatin1Char('/');
     return folder;

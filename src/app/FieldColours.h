@@ -3,6 +3,8 @@
 // Windows colour references 0x00BBGGRR, stored in the settings as "&H" followed by hex digits.
 #pragma once
 
+#include "Settings.h"
+
 #include <QString>
 
 struct FieldColours {
@@ -14,19 +16,19 @@ struct FieldColours {
     qint32 warnung = 0x80FFFF;    // Color_Warnung: warning (code "5")
 };
 
-// The colour settings' column names and default texts, in loading order.
+// The colour settings and their default texts, in loading order.
 struct ColourSetting {
-    const char* column;
+    Setting setting;
     const char* defaultText;
     qint32 FieldColours::*member;
 };
 inline constexpr ColourSetting colourSettings[] = {
-    {"Color_OK", "&HFF00", &FieldColours::ok},
-    {"Color_NoCheck", "&HFFFFFF", &FieldColours::noCheck},
-    {"Color_Syntaxok", "&HE0FFE0", &FieldColours::syntaxOk},
-    {"Color_Fehler", "&HA0A0FF", &FieldColours::fehler},
-    {"Color_Ausgegraut", "&HC0C0C0", &FieldColours::ausgegraut},
-    {"Color_Warnung", "&H80FFFF", &FieldColours::warnung},
+    {Setting::Color_OK, settingDefaultText(Setting::Color_OK), &FieldColours::ok},
+    {Setting::Color_NoCheck, settingDefaultText(Setting::Color_NoCheck), &FieldColours::noCheck},
+    {Setting::Color_Syntaxok, settingDefaultText(Setting::Color_Syntaxok), &FieldColours::syntaxOk},
+    {Setting::Color_Fehler, settingDefaultText(Setting::Color_Fehler), &FieldColours::fehler},
+    {Setting::Color_Ausgegraut, settingDefaultText(Setting::Color_Ausgegraut), &FieldColours::ausgegraut},
+    {Setting::Color_Warnung, settingDefaultText(Setting::Color_Warnung), &FieldColours::warnung},
 };
 
 // "&HA0A0FF" (or a plain decimal number) as a 32-bit colour. Throws VeridonError (type mismatch)

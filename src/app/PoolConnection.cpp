@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PoolConnection.h"
 
+#include "Settings.h"
+
 #include "Database.h"
 #include "Errors.h"
 
@@ -55,7 +57,9 @@ QString homePoolUri() {
     {
         // Read straight from data.mdb: the statement layer asks this to route, so it cannot route.
         QSqlQuery q(database());
-        if (q.exec(QStringLiteral("SELECT APP_ServerDB FROM zvbSys ORDER BY rowid LIMIT 1")) && q.next())
+        if (q.exec(QStringLiteral("SELECT %1 FROM zvbSys ORDER BY rowid LIMIT 1")
+                       .arg(settingName(Setting::APP_ServerDB))) &&
+            q.next())
             uri = q.value(0).toString().trimmed();
     }
     uriOfHome = isPoolUri(uri) ? uri : QString();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "mdlBackup.h"
 
+#include "Settings.h"
 #include "app/Clock.h"
 #include "app/Home.h"
 #include "app/mdlDB.h"
@@ -47,16 +48,16 @@ QString kindFolder(int kind) {
 } // namespace
 
 bool IsBackupEnabled() {
-    return GetSysText(QStringLiteral("Backup_Enabled"), QStringLiteral("0")).trimmed() == QLatin1String("1");
+    return setting<Setting::Backup_Enabled>().trimmed() == QLatin1String("1");
 }
 
 bool IsBackupImages() {
-    return GetSysFlag(QStringLiteral("Backup_Bilder"), false);
+    return setting<Setting::Backup_Bilder>();
 }
 
 QString GetBackupDir(int kind, bool create, const QDate& date) {
     const QDate day = date.isValid() ? date : appClock().today();
-    const QString root = withTrailingSlash(GetSysText(QStringLiteral("Backup_Pfad")));
+    const QString root = withTrailingSlash(setting<Setting::Backup_Pfad>());
     if (root.isEmpty())
         return QString();
     const QString path = root + dayFolderName(day) + QLatin1Char('/') + kindFolder(kind);
@@ -72,10 +73,10 @@ QString GetBackupTimestamp(const QDateTime& moment) {
 
 void BackupCleanup() {
     RunReported(QStringLiteral("BackupCleanup"), [] {
-        const int history = ToInteger(GetSysValue(QStringLiteral("Backup_HistoryDays")));
+        const int history = setting<Setting::Backup_HistoryDays>();
         if (history == 0)
             return;
-        const QString root = withTrailingSlash(GetSysText(QStringLiteral("Backup_Pfad")));
+        const QString root = withTrailingSlash(setting<Setting::Backup_Pfad>());
         if (root.isEmpty())
             return;
         const QDate today = appClock().today();

@@ -4,6 +4,7 @@
 #include "ColumnInfo.h"
 #include "Database.h"
 #include "Home.h"
+#include "Settings.h"
 #include "TextFile.h"
 
 #include <QFileInfo>
@@ -123,7 +124,7 @@ QString GetValuesTable() {
 }
 
 qint16 GetKorrID() {
-    return ToInteger(GetValue(QStringLiteral("APP_KorrID"), QStringLiteral("zvbSys"), QString()));
+    return ToInteger(GetValue(settingName(Setting::APP_KorrID), QStringLiteral("zvbSys"), QString()));
 }
 
 QString GetIniValue(const QString& section, const QString& key) {

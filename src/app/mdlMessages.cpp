@@ -5,6 +5,7 @@
 #include "Database.h"
 #include "Errors.h"
 #include "Home.h"
+#include "Settings.h"
 #include "TextFile.h"
 #include "mdlDB.h"
 
@@ -62,11 +63,11 @@ QString GetLanguage(bool reload) {
     cachedLanguageHome = homeDir();
     QVariant value;
     try {
-        value = GetValue(QStringLiteral("APP_Language"), QStringLiteral("zvbSys"), QString());
+        value = GetValue(settingName(Setting::APP_Language), QStringLiteral("zvbSys"), QString());
     } catch (const std::exception&) {
         // No database yet: the texts fall back to their defaults anyway.
     }
-    cachedLanguage = value.isNull() ? QStringLiteral("EN") : value.toString();
+    cachedLanguage = value.isNull() ? settingDefault(Setting::APP_Language).toString() : value.toString();
     return cachedLanguage;
 }
 

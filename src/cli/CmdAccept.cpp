@@ -5,6 +5,7 @@
 
 #include "CliCommand.h"
 #include "ReportOptions.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
 #include "workflow/mdlWorkflow.h"
@@ -58,8 +59,7 @@ int runAccept(CliContext& c) {
               << "nachgeholt\n";
         return Exit::Failure;
     }
-    c.out << "Beleg " << number << " übergeben und exportiert nach " << GetSysText(QStringLiteral("Export_Pfad"))
-          << '\n';
+    c.out << "Beleg " << number << " übergeben und exportiert nach " << setting<Setting::Export_Pfad>() << '\n';
     return Exit::Ok;
 }
 

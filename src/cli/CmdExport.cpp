@@ -4,6 +4,7 @@
 
 #include "CliCommand.h"
 #include "ReportOptions.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "export/mdlExport.h"
 
@@ -27,7 +28,7 @@ int runExport(CliContext& c) {
     const int ready = countReady();
     ExportZVBWerte();
     const int exported = ready - countReady();
-    c.out << exported << " Datensatz/Datensätze exportiert nach " << GetSysText(QStringLiteral("Export_Pfad")) << '\n';
+    c.out << exported << " Datensatz/Datensätze exportiert nach " << setting<Setting::Export_Pfad>() << '\n';
     if (!options.pdfFolder().isEmpty())
         c.out << options.pdfFiles().size() << " Berichtsseite(n) als PDF in " << options.pdfFolder() << '\n';
     return c.presenter.errorCount() > errorsBefore ? Exit::Failure : Exit::Ok;

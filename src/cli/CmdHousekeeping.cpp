@@ -3,6 +3,7 @@
 // daily clean-up, automatic import of system tables), for workstations started by scripts.
 
 #include "CliCommand.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "workflow/mdlStart.h"
 
@@ -15,8 +16,7 @@ int runHousekeeping(CliContext& c) {
     const int errorsBefore = c.presenter.errorCount();
     RunStartupSteps();
     c.out << "Start-Schritte ausgeführt; zuletzt geöffnet: "
-          << ToDateTime(GetSysValue(QStringLiteral("APP_LastOpened"))).toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"))
-          << '\n';
+          << setting<Setting::APP_LastOpened>().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")) << '\n';
     return c.presenter.errorCount() > errorsBefore ? Exit::Failure : Exit::Ok;
 }
 

@@ -6,6 +6,7 @@
 #include "app/ColumnInfo.h"
 #include "app/Database.h"
 #include "app/Home.h"
+#include "app/Settings.h"
 #include "app/TextFile.h"
 #include "app/mdlBackup.h"
 #include "app/mdlDB.h"
@@ -131,7 +132,7 @@ QString ExportLineOf(const QSqlRecord& record) {
 
 ExportSettings ReadExportSettings(bool withTemplate) {
     ExportSettings s;
-    const QString folder = GetSysText(QStringLiteral("Export_Pfad")).trimmed();
+    const QString folder = setting<Setting::Export_Pfad>().trimmed();
     if (folder.isEmpty())
         throw VeridonError(ErrorNumber::PathNotFound, Msg::ErrNoExportFolder);
     s.exportFolder = withTrailingSlash(folder);

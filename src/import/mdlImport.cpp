@@ -10,6 +10,7 @@
 #include "app/ColumnInfo.h"
 #include "app/Database.h"
 #include "app/Progress.h"
+#include "app/Settings.h"
 #include "app/TextFile.h"
 #include "app/mdlBackup.h"
 #include "app/mdlDB.h"
@@ -273,7 +274,7 @@ bool backupImportFile(const QString& path, const QString& temp) {
         if (folder.isEmpty()) {
             // Without a backup folder set there is nothing to copy to; a folder that is set but
             // cannot be made is a failure the operator hears of.
-            if (!GetSysText(QStringLiteral("Backup_Pfad")).trimmed().isEmpty()) {
+            if (!setting<Setting::Backup_Pfad>().trimmed().isEmpty()) {
                 ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
                 return false;
             }

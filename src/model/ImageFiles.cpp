@@ -3,10 +3,11 @@
 
 #include "app/Home.h"
 #include "app/JetDialect.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 
 QString GetBildpfad() {
-    return withTrailingSlash(GetSysText(QStringLiteral("APP_Bildpfad")));
+    return withTrailingSlash(setting<Setting::APP_Bildpfad>());
 }
 
 bool IsPathLikeImageName(const QString& name) {

@@ -6,6 +6,7 @@
 #include "ReportPrinter.h"
 #include "app/Database.h"
 #include "app/Home.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
@@ -71,11 +72,10 @@ int GetReport(const QString& cardState, bool dontAsk) {
             return;
         const QString xmlType = Nz(state.value(0), QString()).toString();
         if (xmlType == QLatin1String("4")) {
-            result = ToInteger(GetSysValue(QStringLiteral("Report_Ambrix_Country"))) == 0 ? ReportType::None
-                                                                                          : ReportType::Ambrix;
+            result = setting<Setting::Report_Ambrix_Country>() == 0 ? ReportType::None : ReportType::Ambrix;
             return;
         }
-        switch (ToInteger(GetSysValue(QStringLiteral("Report_Other_Country")))) {
+        switch (setting<Setting::Report_Other_Country>()) {
         case 0:
             result = ReportType::None;
             break;
@@ -104,7 +104,7 @@ void PrintRecord(const QSqlRecord& record) {
             ShowMessage(Msg::PrinterInitErr, MsgBox::Critical);
             return;
         }
-        const QString appState = GetSysText(QStringLiteral("APP_State"), QStringLiteral("DE"));
+        const QString appState = setting<Setting::APP_State>();
         const QString condition = reportRowsCondition(appState, cardState, type);
         if (condition.isEmpty()) {
             busy.release();
@@ -129,7 +129,7 @@ void PrintReportPage(const QSqlRecord& record, qint32 reportId) {
     RunReported(QStringLiteral("PrintReportPage"), [&] {
         // Templates lie in the program folder unless a folder is set; an empty setting would name
         // the working directory, which is no place the operator would look.
-        const QString folderSetting = GetSysText(QStringLiteral("Report_Pfad")).trimmed();
+        const QString folderSetting = setting<Setting::Report_Pfad>().trimmed();
         const QString folder = folderSetting.isEmpty() ? homeDir() : withTrailingSlash(folderSetting);
         const QString id = QString::number(reportId);
         const QString file =
@@ -147,7 +147,7 @@ void PrintReportPage(const QSqlRecord& record, qint32 reportId) {
 
         ReportPage page;
         page.bitmapPath = path;
-        page.fontName = GetSysText(QStringLiteral("Report_FontName"), QStringLiteral("Courier New"));
+        page.fontName = setting<Setting::Report_FontName>();
         page.jobName = baseName(textOf(record, QStringLiteral("BMPName"))) + QLatin1Char('_') + baseName(file);
         QSqlQuery q = execSql(QStringLiteral("SELECT x, y, Field FROM sysReportFields WHERE Report_ID=") + id);
         while (q.next()) {
@@ -174,11 +174,11 @@ bool SelectPrinter() {
             return;
         }
         selected = true;
-        if (GetSysFlag(QStringLiteral("Report_PrinterUseDefault"), true)) {
+        if (setting<Setting::Report_PrinterUseDefault>()) {
             printer.useDefaultPrinter();
             return;
         }
-        const QString wanted = GetSysText(QStringLiteral("Report_PrinterName"));
+        const QString wanted = setting<Setting::Report_PrinterName>();
         for (const QString& name : names) {
             if (name == wanted) {
                 printer.usePrinter(name);

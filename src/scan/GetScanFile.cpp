@@ -4,6 +4,7 @@
 #include "app/Clock.h"
 #include "app/Errors.h"
 #include "app/Home.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
@@ -18,18 +19,18 @@ QString hex(qint32 n) {
 } // namespace
 
 QString GetScanFile() {
-    const QString folder = withTrailingSlash(GetSysText(QStringLiteral("Scan_Pfad")));
-    qint16 day = ToInteger(GetSysValue(QStringLiteral("Scan_TagDesJahres")));
-    const QString workstation = GetSysText(QStringLiteral("Scan_RechnerId"));
+    const QString folder = withTrailingSlash(setting<Setting::Scan_Pfad>());
+    qint16 day = setting<Setting::Scan_TagDesJahres>();
+    const QString workstation = setting<Setting::Scan_RechnerId>();
 
     // Only the day number is compared: the same day of the next year goes on with the old counter.
     const qint16 today = qint16(appClock().today().dayOfYear());
     if (today != day) {
-        SetSysValues(QStringLiteral("Scan_NrDesTages"), 1, QStringLiteral("Scan_TagDesJahres"), today);
+        SetSysValues(settingName(Setting::Scan_NrDesTages), 1, settingName(Setting::Scan_TagDesJahres), today);
         day = today;
     }
 
-    qint32 n = ToInteger(GetSysValue(QStringLiteral("Scan_NrDesTages")));
+    qint32 n = setting<Setting::Scan_NrDesTages>();
     QString name;
     do {
         if (hex(n).size() <= 4)
@@ -46,6 +47,6 @@ QString GetScanFile() {
     if (hex(n).size() > 4)
         WriteLog(QStringLiteral("GetScanFile()"), QStringLiteral("To many files per Day!"));
 
-    SetSysValue(QStringLiteral("Scan_NrDesTages"), n);
+    setSetting<Setting::Scan_NrDesTages>(qint16(n));
     return name;
 }

@@ -11,6 +11,7 @@
 #include "app/Errors.h"
 #include "app/Home.h"
 #include "app/Progress.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "import/mdlImport.h"
@@ -24,7 +25,7 @@ namespace {
 
 // A pool on a server is shared by every workstation: one workstation's scan must not empty it.
 bool sharedPool() {
-    return GetSysText(QStringLiteral("APP_ServerDB")).startsWith(QLatin1String("postgresql:"), Qt::CaseInsensitive);
+    return setting<Setting::APP_ServerDB>().startsWith(QLatin1String("postgresql:"), Qt::CaseInsensitive);
 }
 
 // The command line's source word as one of the device's choices; empty when it has none such.
@@ -133,7 +134,7 @@ QString evaluationProgram() {
 namespace {
 
 void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
-    const QString folder = GetSysText(QStringLiteral("Scan_Pfad"));
+    const QString folder = setting<Setting::Scan_Pfad>();
     run.pagesInFolder = !QDir(folder).entryList({QStringLiteral("*.tif")}, QDir::Files).isEmpty();
     if (!run.pagesInFolder)
         return;
@@ -148,7 +149,7 @@ void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
     RunReported(QStringLiteral("buttonScannen_Click"), [&] {
         if (!sharedPool())
             execSql(QStringLiteral("DELETE * FROM zvbWerte;"));
-        const QString resultFile = GetSysText(QStringLiteral("Import_Datei"));
+        const QString resultFile = setting<Setting::Import_Datei>();
         if (!QFileInfo::exists(resultFile))
             return;
         QSqlQuery last = execSql(QStringLiteral("SELECT MAX(LfdNr) FROM zvbWerte"));

@@ -2,16 +2,17 @@
 #include "ScanSettings.h"
 
 #include "app/Database.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 
 #include <QSqlQuery>
 
 QString chosenScanDevice() {
-    return GetSysText(QStringLiteral("Scan_Geraet"));
+    return setting<Setting::Scan_Geraet>();
 }
 
 void chooseScanDevice(const QString& device) {
-    SetSysValue(QStringLiteral("Scan_Geraet"), device);
+    setSetting<Setting::Scan_Geraet>(device);
 }
 
 QString scanDeviceToUse(const QList<ScanDevice>& present) {

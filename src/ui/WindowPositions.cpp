@@ -52,6 +52,11 @@ QMargins frameMarginsOf(const QWidget* w) {
                     outer.bottom() - inner.bottom());
 }
 
+QRect workAreaOf(const QWidget* w) {
+    const QScreen* screen = w->screen() ? w->screen() : QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect(0, 0, 1280, 800);
+}
+
 void PlaceBesideFields(QWidget* w) {
     QWidget* main = nullptr;
     for (QWidget* top : QApplication::topLevelWidgets())

@@ -11,6 +11,7 @@
 #pragma once
 
 #include <QMargins>
+#include <QRect>
 
 class QWidget;
 
@@ -28,6 +29,10 @@ void SaveWindowPosition(QWidget* w);
 // The frame the window system draws around w (title bar, borders); empty before w was first shown
 // or without a window manager.
 QMargins frameMarginsOf(const QWidget* w);
+
+// The work area (the screen without panels and docks) of the screen w stands on, the primary
+// screen's when w has none; 1280 x 800 without any screen.
+QRect workAreaOf(const QWidget* w);
 
 // Places a small window w (the error list, the report question, the options) beside the fields of
 // the main window, inside the screen's work area and not over the fields: below them when it fits

@@ -2,6 +2,7 @@
 #include "frmInit.h"
 
 #include "app/PoolConnection.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
@@ -54,7 +55,7 @@ bool frmInit::checkDatabase() {
     QApplication::processEvents();
     repaint();
     QApplication::processEvents();
-    const QString path = Nz(GetSysValue(QStringLiteral("APP_ServerDB")), QString()).toString();
+    const QString path = Nz(storedSetting(Setting::APP_ServerDB), QString()).toString();
     // A pool is good when its server answers; a file path when the file exists.
     const bool good = isPoolUri(path) ? serverAnswers(path) : !path.isEmpty() && QFileInfo(path).isFile();
     if (good) {
@@ -80,7 +81,7 @@ bool frmInit::checkDatabase() {
     const QString chosen =
         dialog.typedUri.isEmpty() ? QDir::toNativeSeparators(dialog.selectedFiles().first()) : dialog.typedUri;
     RunReported(QStringLiteral("frmInit.Form_Activate"), [&] {
-        SetSysValue(QStringLiteral("APP_ServerDB"), chosen);
+        setSetting<Setting::APP_ServerDB>(chosen);
         closePool(); // the next statement on the pool connects to the new address
     });
     close();

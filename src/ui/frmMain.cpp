@@ -4,13 +4,18 @@
 
 #include "frmMain.h"
 
+#include "ExportQueue.h"
+#include "FieldNavigator.h"
+#include "KeyRules.h"
+#include "ScanActions.h"
 #include "StatusBarProgress.h"
+#include "ViewerLink.h"
 #include "WindowPositions.h"
+#include "app/Settings.h"
 #include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "lang/TranslateForm.h"
-#include "viewer/zvbkor.h"
 
 #include <QAction>
 #include <QApplication>
@@ -26,7 +31,6 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -96,6 +100,9 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     setCentralWidget(central);
     buildFields();
     buildButtons();
+    fields_ = new FieldNavigator(this, datensatz_, fieldNames(), buttonOK_);
+    viewer_ = new ViewerLink(this, *fields_);
+    scan_ = new ScanActions(this, buttonScannen_, [this] { takeAndShowNext(); });
     auto* left = new QVBoxLayout;
     left->addWidget(datensatz_);
     auto* info = new QHBoxLayout;
@@ -127,7 +134,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     // Tab order: the fields in their order, then the buttons; the field table takes its numbers
     // from this chain.
     QList<QWidget*> chain;
-    for (QLineEdit* edit : fields())
+    for (QLineEdit* edit : fields_->fields())
         chain << edit;
     chain << buttonOK_ << buttonVerwerfen_ << buttonScannen_ << buttonBeenden_;
     QWidget* previous = nullptr;
@@ -136,21 +143,15 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
             setTabOrder(previous, w);
         previous = w;
     }
-    // The form sees keys (and its fields' focus changes) before its controls: the filter is on the
-    // application, and only events for widgets of this window are handled.
-    qApp->installEventFilter(this);
+    connectKeys();
 
-    poll_ = new QTimer(this);
-    poll_->setInterval(pollIntervalMs);
-    connect(poll_, &QTimer::timeout, this, [this] {
-        if (current_ < 0 && !QApplication::activeModalWidget())
-            lookForRecords();
-    });
-
-    exportTimer_ = new QTimer(this);
-    exportTimer_->setSingleShot(true);
-    exportTimer_->setInterval(0);
-    connect(exportTimer_, &QTimer::timeout, this, &frmMain::runQueuedExport);
+    // While the scan sequence runs the look-out (its timer and F5) takes nothing: the sequence
+    // empties a workstation's own pool before it imports, and on a shared pool the first new
+    // record would replace a record taken meanwhile on screen while it stayed held.
+    lookout_ = new RecordLookout(
+        this, waitingText_, todaysWork_, [this] { return current_ >= 0 || scan_->running(); },
+        [this] { takeAndShowNext(); });
+    exports_ = new ExportQueue(this);
 
     resize(760, 520);
     setWindowTitle(GetText(QStringLiteral("Caption_frmMain"), QStringLiteral("Veridon %1"), {QString()}));
@@ -158,9 +159,11 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
 }
 
 frmMain::~frmMain() {
-    qApp->removeEventFilter(this);
-    // The viewer belongs to the workspace and goes with it (its place was stored when leaving).
-    Schliessen();
+    // The keys and the watch on the fields end before the controls go. The viewer belongs to the
+    // workspace and goes with it (its place was stored when leaving).
+    delete keys_;
+    delete viewer_;
+    delete fields_;
     delete progress_;
 }
 
@@ -181,21 +184,20 @@ void frmMain::showKeysInMenus() {
         QAction* item;
         QString key;
     } keys[] = {
-        {mpOKWeiter_, GetSysText(QStringLiteral("Key_OK"), QStringLiteral("F10"))},
-        {mpBelegLoeschen_, GetSysText(QStringLiteral("Key_Verwerfen"), QStringLiteral("F8"))},
-        {mpAktualisieren_, QStringLiteral("F5")},
-        {mpVollbild_, QStringLiteral("F12")},
-        {mpZoomIn_, QStringLiteral("Ctrl++")},
-        {mpZoomOut_, QStringLiteral("Ctrl+-")},
-        {mpLeft_, QStringLiteral("Alt+Left")},
-        {mpRight_, QStringLiteral("Alt+Right")},
-        {mpUp_, QStringLiteral("Alt+Up")},
-        {mpDown_, QStringLiteral("Alt+Down")},
+        {mpOKWeiter_, setting<Setting::Key_OK>()},   {mpBelegLoeschen_, setting<Setting::Key_Verwerfen>()},
+        {mpAktualisieren_, QStringLiteral("F5")},    {mpVollbild_, QStringLiteral("F12")},
+        {viewer_->zoomIn, QStringLiteral("Ctrl++")}, {viewer_->zoomOut, QStringLiteral("Ctrl+-")},
+        {viewer_->left, QStringLiteral("Alt+Left")}, {viewer_->right, QStringLiteral("Alt+Right")},
+        {viewer_->up, QStringLiteral("Alt+Up")},     {viewer_->down, QStringLiteral("Alt+Down")},
     };
     for (const auto& k : keys) {
         const QString caption = k.item->text().section(QLatin1Char('\t'), 0, 0);
         k.item->setText(k.key.isEmpty() ? caption : caption + QLatin1Char('\t') + keyText(k.key));
     }
+}
+
+void frmMain::lookForRecords() {
+    lookout_->lookNow();
 }
 
 void frmMain::buildFields() {
@@ -243,9 +245,6 @@ void frmMain::buildButtons() {
 void frmMain::buildMenus() {
     // Shortcut texts follow a tab in the caption only: the keys themselves belong to the form's key
     // handling, which a real menu shortcut would pre-empt.
-    mpScannen_ = makeAction(this, "mpScannen", "&Scannen");
-    mpScannerSelect_ = makeAction(this, "mpScannerSelect", "Scanner &auswählen...");
-    mpScannerSettings_ = makeAction(this, "mpScannerSettings", "Scanner&einstellungen...");
     mpDrucken_ = makeAction(this, "mpDrucken", "&Drucken");
     mpEnde_ = makeAction(this, "mpEnde", "&Beenden");
     mpOKWeiter_ = makeAction(this, "mpOKWeiter", "&OK / übergeben");
@@ -255,12 +254,6 @@ void frmMain::buildMenus() {
     mpToolbar_ = makeAction(this, "mpToolbar", "S&ymbolleiste", true);
     mpToggleBildanzeige_ = makeAction(this, "mpToggleBildanzeige", "Bild&anzeige", true);
     mpVollbild_ = makeAction(this, "mpVollbild", "&Vollbild", true);
-    mpZoomIn_ = makeAction(this, "mpZoomIn", "Ver&größern");
-    mpZoomOut_ = makeAction(this, "mpZoomOut", "Ver&kleinern");
-    mpLeft_ = makeAction(this, "mpLeft", "Nach &links");
-    mpRight_ = makeAction(this, "mpRight", "Nach &rechts");
-    mpUp_ = makeAction(this, "mpUp", "Nach &oben");
-    mpDown_ = makeAction(this, "mpDown", "Nach &unten");
     mpOptionen_ = makeAction(this, "mpOptionen", "&Optionen...");
     mpInfo_ = makeAction(this, "mpInfo", "&Info über Veridon...");
     mpAktualisieren_ = makeAction(this, "mpAktualisieren", "&Neue Belege suchen");
@@ -272,7 +265,7 @@ void frmMain::buildMenus() {
         return m;
     };
     QMenu* datei = menu("mnuDatei", "&Datei");
-    datei->addActions({mpScannen_, mpScannerSelect_, mpScannerSettings_});
+    datei->addActions({scan_->scan, scan_->select, scan_->settings});
     datei->addSeparator();
     datei->addAction(mpDrucken_);
     datei->addSeparator();
@@ -288,9 +281,9 @@ void frmMain::buildMenus() {
     QMenu* bild = menu("mnuBild", "B&ild");
     bild->addActions({mpToggleBildanzeige_, mpVollbild_});
     bild->addSeparator();
-    bild->addActions({mpZoomIn_, mpZoomOut_});
+    bild->addActions({viewer_->zoomIn, viewer_->zoomOut});
     bild->addSeparator();
-    bild->addActions({mpLeft_, mpRight_, mpUp_, mpDown_});
+    bild->addActions({viewer_->left, viewer_->right, viewer_->up, viewer_->down});
     QMenu* extras = menu("mnuExtras", "E&xtras");
     extras->addAction(mpOptionen_);
     QMenu* hilfe = menu("mnuHilfe", "&Hilfe");
@@ -305,19 +298,20 @@ void frmMain::buildToolBar() {
     QStyle* s = style();
     mpOKWeiter_->setIcon(s->standardIcon(QStyle::SP_DialogApplyButton));
     mpBelegLoeschen_->setIcon(s->standardIcon(QStyle::SP_TrashIcon));
-    mpScannen_->setIcon(glyphIcon(QStringLiteral("Scan")));
-    mpZoomIn_->setIcon(glyphIcon(QStringLiteral("+")));
-    mpZoomOut_->setIcon(glyphIcon(QString(QChar(0x2212))));
-    mpLeft_->setIcon(s->standardIcon(QStyle::SP_ArrowLeft));
-    mpRight_->setIcon(s->standardIcon(QStyle::SP_ArrowRight));
-    mpUp_->setIcon(s->standardIcon(QStyle::SP_ArrowUp));
-    mpDown_->setIcon(s->standardIcon(QStyle::SP_ArrowDown));
+    scan_->scan->setIcon(glyphIcon(QStringLiteral("Scan")));
+    viewer_->zoomIn->setIcon(glyphIcon(QStringLiteral("+")));
+    viewer_->zoomOut->setIcon(glyphIcon(QString(QChar(0x2212))));
+    viewer_->left->setIcon(s->standardIcon(QStyle::SP_ArrowLeft));
+    viewer_->right->setIcon(s->standardIcon(QStyle::SP_ArrowRight));
+    viewer_->up->setIcon(s->standardIcon(QStyle::SP_ArrowUp));
+    viewer_->down->setIcon(s->standardIcon(QStyle::SP_ArrowDown));
     mpVollbild_->setIcon(s->standardIcon(QStyle::SP_TitleBarMaxButton));
     toolbar_->addActions({mpOKWeiter_, mpBelegLoeschen_});
     toolbar_->addSeparator();
-    toolbar_->addAction(mpScannen_);
+    toolbar_->addAction(scan_->scan);
     toolbar_->addSeparator();
-    toolbar_->addActions({mpToggleBildanzeige_, mpZoomIn_, mpZoomOut_, mpLeft_, mpRight_, mpUp_, mpDown_});
+    toolbar_->addActions({mpToggleBildanzeige_, viewer_->zoomIn, viewer_->zoomOut, viewer_->left, viewer_->right,
+                          viewer_->up, viewer_->down});
     toolbar_->addSeparator();
     toolbar_->addAction(mpVollbild_);
     // The full-screen button is the one with the key "full"; it shares the check mark of mpVollbild.
@@ -358,10 +352,6 @@ void frmMain::connectActions() {
     connect(buttonBeenden_, &QPushButton::clicked, this, &frmMain::actionBeenden);
     connect(mpEnde_, &QAction::triggered, this, &frmMain::actionBeenden);
 
-    connect(buttonScannen_, &QPushButton::clicked, this, &frmMain::actionScannen);
-    connect(mpScannen_, &QAction::triggered, this, &frmMain::actionScannen);
-    connect(mpScannerSelect_, &QAction::triggered, this, &frmMain::actionScannerSelect);
-    connect(mpScannerSettings_, &QAction::triggered, this, &frmMain::actionScanner_Settings);
     connect(mpStatusBar_, &QAction::triggered, this, &frmMain::toggleStatusBar);
     connect(mpToolbar_, &QAction::triggered, this, &frmMain::toggleToolBar);
     connect(mpToggleBildanzeige_, &QAction::triggered, this, &frmMain::toggleImageDisplay);
@@ -371,34 +361,67 @@ void frmMain::connectActions() {
     connect(mpDrucken_, &QAction::triggered, this, &frmMain::actionDrucken);
     connect(mpInfo_, &QAction::triggered, this, &frmMain::showAbout);
     connect(mpAktualisieren_, &QAction::triggered, this, &frmMain::lookForRecords);
-    for (QLineEdit* edit : fields())
-        connect(edit, &QLineEdit::textEdited, this, [this, edit] {
-            if (edit->text().size() >= edit->maxLength())
-                noteFullField(edit);
+    // Entering a field shows its region of the page; leaving it checks the field.
+    connect(fields_, &FieldNavigator::fieldEntered, this, [this] { viewer_->showPage(current_); });
+    connect(fields_, &FieldNavigator::fieldLeft, this, &frmMain::fieldLeft);
+}
+
+// The form sees keys before its controls; these are the window's actions the keys stand for.
+void frmMain::connectKeys() {
+    DeskActions actions;
+    actions.handOver = [this] {
+        onOK();
+    };
+    actions.discard = [this] {
+        onVerwerfen();
+    };
+    actions.jumpToFaulty = [this](bool backwards) {
+        if (current_ < 0) {
+            QApplication::beep();
+            return;
+        }
+        fields_->jump(backwards, [this] {
+            if (!actionOK())
+                return false;
+            buttonOK_->setFocus(Qt::OtherFocusReason);
+            takeAndShowNext();
+            return current_ >= 0;
         });
-    connectImageActions();
+    };
+    actions.lookForRecords = [this] {
+        lookForRecords();
+    };
+    actions.focusErrorList = [this] {
+        return handOverToErrorList();
+    };
+    actions.fullScreen = [this] {
+        mpVollbild_->trigger();
+    };
+    actions.nextControl = [this] {
+        focusNextChild();
+    };
+    keys_ = new KeyRules(this, *fields_, *viewer_, std::move(actions));
 }
 
 void frmMain::loadForm() {
-    focusFieldName_ = GetSysText(QStringLiteral("GUI_FocusField"), QStringLiteral("BARCODE"));
+    focusFieldName_ = setting<Setting::GUI_FocusField>();
     mpBelegZumTest_->setVisible(IsBackupEnabled());
-    buildFieldTable();
-    setFieldLengths();
+    fields_->storeFieldOrder();
+    fields_->setFieldLengths();
     translateWindow();
     firstStart_ = !RestoreWindowPosition(this);
     if (firstStart_)
         tileFirstStart();
-    applyStoredToggle(mpToggleBildanzeige_, "GUI_BildanzeigeEnabled");
-    applyStoredToggle(mpStatusBar_, "GUI_StatusBarEnabled");
-    applyStoredToggle(mpToolbar_, "GUI_ToolBarEnabled");
-    applyStoredToggle(mpVollbild_, "GUI_VollbildEnabled");
+    applyStoredToggle(mpToggleBildanzeige_, setting<Setting::GUI_BildanzeigeEnabled>());
+    applyStoredToggle(mpStatusBar_, setting<Setting::GUI_StatusBarEnabled>());
+    applyStoredToggle(mpToolbar_, setting<Setting::GUI_ToolBarEnabled>());
+    applyStoredToggle(mpVollbild_, setting<Setting::GUI_VollbildEnabled>());
     takeAndShowNext();
 }
 
 // Sets the item's check mark from the stored setting and runs its handler, so the screen matches
 // what was stored when the program last ran.
-void frmMain::applyStoredToggle(QAction* item, const char* setting) {
-    const bool on = GetSysFlag(QLatin1String(setting), false);
+void frmMain::applyStoredToggle(QAction* item, bool on) {
     item->setChecked(on);
     if (item == mpToggleBildanzeige_)
         toggleImageDisplay(on);
@@ -413,25 +436,23 @@ void frmMain::applyStoredToggle(QAction* item, const char* setting) {
 void frmMain::toggleStatusBar(bool on) {
     mpStatusBar_->setChecked(on);
     statusBar()->setVisible(on);
-    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { SetSysValue(QStringLiteral("GUI_StatusBarEnabled"), on); });
+    RunReported(QStringLiteral("mpStatusBar_Click"), [on] { setSetting<Setting::GUI_StatusBarEnabled>(on); });
 }
 
 void frmMain::toggleToolBar(bool on) {
     mpToolbar_->setChecked(on);
     toolbar_->setVisible(on);
-    RunReported(QStringLiteral("mpToolbar_Click"), [on] { SetSysValue(QStringLiteral("GUI_ToolBarEnabled"), on); });
+    RunReported(QStringLiteral("mpToolbar_Click"), [on] { setSetting<Setting::GUI_ToolBarEnabled>(on); });
 }
 
 void frmMain::toggleImageDisplay(bool on) {
     mpToggleBildanzeige_->setChecked(on);
-    for (QAction* a : {mpZoomIn_, mpZoomOut_, mpLeft_, mpRight_, mpUp_, mpDown_})
-        a->setEnabled(on);
-    RunReported(QStringLiteral("mpToggleBildanzeige_Click"),
-                [on] { SetSysValue(QStringLiteral("GUI_BildanzeigeEnabled"), on); });
+    viewer_->setActionsEnabled(on);
+    RunReported(QStringLiteral("mpToggleBildanzeige_Click"), [on] { setSetting<Setting::GUI_BildanzeigeEnabled>(on); });
     if (on)
-        showFieldImage();
+        viewer_->showPage(current_);
     else
-        closeImage();
+        viewer_->close();
 }
 
 // Full screen is on while the page is shown full screen: the viewer returns when the operator ends
@@ -439,12 +460,11 @@ void frmMain::toggleImageDisplay(bool on) {
 void frmMain::toggleFullScreen(bool on) {
     auto store = [this](bool state) {
         mpVollbild_->setChecked(state);
-        RunReported(QStringLiteral("mpVollbild_Click"),
-                    [state] { SetSysValue(QStringLiteral("GUI_VollbildEnabled"), state); });
+        RunReported(QStringLiteral("mpVollbild_Click"), [state] { setSetting<Setting::GUI_VollbildEnabled>(state); });
     };
     store(on);
     if (!on)
         return;
-    fullScreenImage();
+    viewer_->fullScreen(current_);
     store(false);
 }

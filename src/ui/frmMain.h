@@ -4,17 +4,26 @@
 // correct it almost entirely from the keyboard, and ends each record with "OK" (checked, saved as
 // handed over, exported) or "Verwerfen" (deleted with its image).
 //
-// The class is split by responsibility: frmMain.cpp builds the window and its menus and runs the
-// start of the form, frmMainWorkflow.cpp the record actions, frmMainFields.cpp the field table, the
-// F2 search, cursor placement, validation and colours, frmMainKeys.cpp the keyboard,
-// frmMainImage.cpp the calls to the image viewer, frmMainLayout.cpp the places of the window and the
-// viewer on the screen, and frmMainQueue.cpp the look-out for records while the form is empty.
+// The window hands the work around the record to collaborators: FieldNavigator moves between the
+// fields (focus, cursor, the F2 search for faulty fields), KeyRules is the keyboard (an event filter
+// that sees every key first), ViewerLink shows the record's page beside the form, RecordLookout
+// looks for waiting records while the form is empty, ExportQueue runs the export pass after a
+// hand-over, and ScanActions the scan button and the scanner menu. Of the window's own files,
+// frmMain.cpp builds the window and its menus and runs the start of the form, frmMainWorkflow.cpp
+// shows records and runs the record actions, frmMainCheck.cpp the checks, colours and hand-over,
+// frmMainLayout.cpp the window's place on the screen and frmMainWindows.cpp the small windows it
+// opens.
 #pragma once
+
+#include "RecordLookout.h"
 
 #include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
 
+class ExportQueue;
+class FieldNavigator;
+class KeyRules;
 class QAction;
 class QGroupBox;
 class QLabel;
@@ -23,7 +32,9 @@ class QProgressBar;
 class QPushButton;
 class QTimer;
 class QToolBar;
+class ScanActions;
 class StatusBarProgress;
+class ViewerLink;
 class frmFehler;
 
 class frmMain : public QMainWindow {
@@ -54,20 +65,14 @@ public:
     // actionBeenden: closes the window; the questions are asked while closing.
     void actionBeenden();
 
-    // SucheFehlerhaftesFeld: the F2 search from the field after the active one (backwards: before
-    // it). Focuses the first faulty field and returns 0; with none left returns 1 or 2, or focuses
-    // buttonOK and returns 0, as F2_WieWeitSuchen says.
-    int SucheFehlerhaftesFeld(bool backwards);
-
     // While the form is empty it looks for waiting records every pollIntervalMs (and at once on
     // F5) and takes the first that arrives.
-    static constexpr int pollIntervalMs = 3000;
+    static constexpr int pollIntervalMs = RecordLookout::pollIntervalMs;
     // Looks at the pool now: shows how many records wait in the status bar and, when the form is
     // empty and one waits, takes and shows it.
     void lookForRecords();
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
@@ -79,8 +84,9 @@ private:
     void buildToolBar();
     void buildStatusBar();
     void connectActions();
+    void connectKeys();
     void loadForm();
-    void applyStoredToggle(QAction* item, const char* setting);
+    void applyStoredToggle(QAction* item, bool on);
     void toggleStatusBar(bool on);
     void toggleToolBar(bool on);
     void toggleImageDisplay(bool on);
@@ -88,21 +94,8 @@ private:
     void showKeysInMenus();
     void translateWindow();
 
-    // frmMainLayout.cpp: first start side by side with the viewer, the viewer's remembered place.
+    // frmMainLayout.cpp: first start side by side with the viewer.
     void tileFirstStart();
-    void placeViewer();
-    void saveViewerPosition();
-
-    // frmMainQueue.cpp: the count of waiting records and the look-out while the form is empty.
-    void showWaitingCount(int waiting);
-    void showTodaysWork();
-    void followQueue();
-
-    // frmMainScan.cpp: the scan button and the scanner menu.
-    void actionScannen();
-    void actionScannerSelect();
-    void actionScanner_Settings();
-    void setScanControlsEnabled(bool on);
 
     // frmMainWorkflow.cpp: showing records and the record actions.
     void showRecord();
@@ -110,63 +103,27 @@ private:
     void controlsToValues();
     void valuesToControls();
     void updateCaption();
-    void refreshAfterCheck();
-    void showErrorList(const QString& errorText);
-    bool handOverToErrorList();
-    // Runs an export pass one turn of the event loop later (once for any number of hand-overs
-    // made until then); runQueuedExport runs it at once, as leaving does.
-    void queueExport();
-    void runQueuedExport();
+    void onOK();
+    void onVerwerfen();
+
+    // frmMainCheck.cpp: the checks, the fields' colours and the export after a hand-over.
     void checkAll();
     void checkField(const QString& name);
+    void fieldLeft(QLineEdit* edit);
+    void colourFields(const QString& which);
+    void refreshAfterCheck();
+
+    // frmMainWindows.cpp: the small windows and the printing.
+    void showErrorList(const QString& errorText);
+    bool handOverToErrorList();
     void actionBelegZumTest();
     void showOptions();
     void actionDrucken();
     void showAbout();
-    void focusFirstFaultyField();
-    void onOK();
-    void onVerwerfen();
-
-    // frmMainFields.cpp: field table, lengths, focus, cursor, validation and colours.
-    QLineEdit* field(const QString& name) const;
-    QList<QLineEdit*> fields() const;
-    bool isDataField(const QWidget* widget) const;
-    int tabIndexOf(const QWidget* widget) const;
-    void buildFieldTable();
-    void setFieldLengths();
-    void colourFields(const QString& which);
-    void placeCursor(QLineEdit* edit);
-    void fieldEntered(QLineEdit* edit);
-    void fieldLeft(QLineEdit* edit);
-    void focusFirstField();
-    void focusField(QWidget* widget);
-    int searchFaultyFrom(int start, bool backwards);
-    void f2Jump(bool backwards);
-
-    // frmMainImage.cpp: the viewer beside the form.
-    QString recordImageFile() const;
-    void showFieldImage();
-    void closeImage();
-    void fullScreenImage();
-    void raiseViewer();
-    void connectImageActions();
-
-    // frmMainKeys.cpp: the form sees keys before the controls.
-    bool keyDown(QKeyEvent* key);
-    bool keyPress(QKeyEvent* key);
-    bool hotKeyMatches(const char* setting, int typed) const;
-    bool configuredKeyMatches(const char* setting, const char* defaultKey, const QKeyEvent* key) const;
-    bool viewerKey(const QKeyEvent* key);
-    void noteFullField(QLineEdit* edit);
-    void sendKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     // State of the form.
     qint32 current_ = -1;
     QString focusFieldName_;
-    bool overwrite_ = false;
-    int lastKeyCode_ = 0;
-    QString enteredText_;
-    QPointer<QLineEdit> enteredField_;
 
     // Controls (named as the stored captions and the tests expect).
     QGroupBox* datensatz_ = nullptr;
@@ -181,23 +138,20 @@ private:
     QLabel* statusText_ = nullptr;
     QLabel* waitingText_ = nullptr;
     QLabel* todaysWork_ = nullptr;
-    QTimer* poll_ = nullptr;
-    QTimer* exportTimer_ = nullptr;
-    bool exportQueued_ = false; // a hand-over waits for its export pass
-    bool exporting_ = false;
-    bool scanning_ = false;     // the scan sequence runs: the look-out waits for its end
-    bool firstStart_ = false;   // no stored place: the window and the viewer are tiled
-    bool viewerPlaced_ = false; // the viewer took its place in this session
+    bool firstStart_ = false; // no stored place: the window and the viewer are tiled
     QProgressBar* progressBar_ = nullptr;
     StatusBarProgress* progress_ = nullptr;
     QPointer<frmFehler> errorList_;
+    FieldNavigator* fields_ = nullptr;
+    ViewerLink* viewer_ = nullptr;
+    KeyRules* keys_ = nullptr;
+    RecordLookout* lookout_ = nullptr;
+    ExportQueue* exports_ = nullptr;
+    ScanActions* scan_ = nullptr;
 
     QAction* mpOKWeiter_ = nullptr;
     QAction* mpBelegLoeschen_ = nullptr;
     QAction* mpEnde_ = nullptr;
-    QAction* mpScannen_ = nullptr;
-    QAction* mpScannerSelect_ = nullptr;
-    QAction* mpScannerSettings_ = nullptr;
     QAction* mpDrucken_ = nullptr;
     QAction* mpBelegZumTest_ = nullptr;
     QAction* mpOptionen_ = nullptr;
@@ -206,18 +160,7 @@ private:
     QAction* mpToolbar_ = nullptr;
     QAction* mpToggleBildanzeige_ = nullptr;
     QAction* mpVollbild_ = nullptr;
-    QAction* mpZoomIn_ = nullptr;
-    QAction* mpZoomOut_ = nullptr;
-    QAction* mpLeft_ = nullptr;
-    QAction* mpRight_ = nullptr;
-    QAction* mpUp_ = nullptr;
-    QAction* mpDown_ = nullptr;
     QAction* mpAktualisieren_ = nullptr;
 
     bool closing_ = false;
 };
-
-// The entered-by-F2 flag: set by the F2 jump, read and cleared by the next cursor placement. It is
-// application-wide because the jump and the placement run in different handlers.
-bool enteredByF2();
-void setEnteredByF2(bool on);

@@ -1,21 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 // frmMain: the checks on screen and the hand-over. A record is checked as a whole when it is shown
 // and before it is handed over, a field when it is left; the fields take the colours of their
-// status codes. OK hands a record over only when its checks allow it.
+// status codes. OK hands a record over only when its checks allow it, and the export pass follows
+// the hand-over one turn of the event loop later.
 
+#include "ExportQueue.h"
+#include "FieldNavigator.h"
+#include "FieldPalette.h"
 #include "frmMain.h"
 
 #include "app/PoolConnection.h"
+#include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "check/mdlCheck.h"
-#include "export/mdlExport.h"
 #include "frmFehler.h"
 #include "model/FormModel.h"
+#include "workflow/mdlStart.h"
 #include "workflow/mdlWorkflow.h"
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QTimer>
 
 void frmMain::checkAll() {
     QString errorText;
@@ -25,6 +29,44 @@ void frmMain::checkAll() {
 void frmMain::checkField(const QString& name) {
     QString errorText;
     Check(name, errorText);
+}
+
+// Validation of a field being left: its text goes into the values, its check runs and the field
+// takes the colour of its new status.
+void frmMain::fieldLeft(QLineEdit* edit) {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    RunReported(QStringLiteral("frmMain.Field_Validate"), [&] {
+        WerteArray().SetValue(edit->objectName(), edit->text());
+        checkField(edit->objectName());
+        // A date the check brought into its full form shows as it will be stored.
+        const QString stored = WerteArray().GetValue(edit->objectName());
+        if (stored != edit->text())
+            edit->setText(stored);
+        colourFields(edit->objectName());
+    });
+}
+
+// Colours one field (which = its name) or, with "all", every enabled field by the field's code in
+// the record's status string Fehlerhaft, at the field's position (GetSatznummer, 1-based).
+void frmMain::colourFields(const QString& which) {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    const QString status = WerteArray().GetValue(QStringLiteral("Fehlerhaft"));
+    const bool all = which.compare(QLatin1String("all"), Qt::CaseInsensitive) == 0;
+    for (QLineEdit* edit : fields_->fields()) {
+        if (all ? !edit->isEnabled() : edit->objectName().compare(which, Qt::CaseInsensitive) != 0)
+            continue;
+        setFieldBackground(edit, colourForStatus(statusCodeOf(status, edit->objectName()), ProgramColours()));
+    }
+}
+
+// The display after a check: the corrected mark from the values and the fields' colours.
+void frmMain::refreshAfterCheck() {
+    if (current_ < 0 || WerteArray().GetCount() == 0)
+        return;
+    korrigiert_->setText(WerteArray().GetValue(QStringLiteral("Korrigiert")));
+    colourFields(QStringLiteral("all"));
 }
 
 bool frmMain::actionOK() {
@@ -42,7 +84,7 @@ bool frmMain::actionOK() {
         showErrorList(errorText);
         korrigiert_->setText(QStringLiteral("0"));
         refreshAfterCheck();
-        focusFirstFaultyField();
+        fields_->focusFirstFaultyField();
         return false;
     }
     // Without errors, or with warnings the operator accepted: the corrected mark as the values hold
@@ -61,7 +103,7 @@ bool frmMain::actionOK() {
     // the program end before that turn, the record waits in state 40 for the next pass.
     const bool done = SaveHandOver(number);
     if (done)
-        queueExport();
+        exports_->queue();
     if (!done && homeUsesPool() && StillHoldsRecord(number)) {
         // The pool's server did not take the save (reported): the record stays on screen, still
         // held by this workstation, and OK saves it once the server answers again. A record another
@@ -72,27 +114,4 @@ bool frmMain::actionOK() {
     if (!done)
         takeAndShowNext(); // the save failed (reported): the record goes back to the pool and is shown again
     return done;
-}
-
-void frmMain::queueExport() {
-    const bool armed = exportQueued_ || exporting_;
-    exportQueued_ = true;
-    // A timer, not a queued call: the event loop sends the posted events (the next record's
-    // painting) before it runs its timers, so the record is on screen before the pass starts.
-    if (!armed)
-        exportTimer_->start();
-}
-
-// The pass processes events while it runs, so a hand-over made meanwhile only queues another pass,
-// which this loop runs once the first is done: two passes of one program never nest (the second
-// would wait on the first's lock for ever).
-void frmMain::runQueuedExport() {
-    if (exporting_)
-        return;
-    exporting_ = true;
-    while (exportQueued_) {
-        exportQueued_ = false;
-        ExportZVBWerte();
-    }
-    exporting_ = false;
 }

@@ -54,7 +54,7 @@ void frmMain::showOptions() {
     LoadQtTranslations(GetLanguage());
     translateWindow();
     updateCaption();
-    followQueue();
+    lookout_->follow();
     // The colours are the one setting kept in memory: take the new ones and show them at once.
     LoadColours();
     colourFields(QStringLiteral("all"));
@@ -75,14 +75,4 @@ void frmMain::actionDrucken() {
 void frmMain::showAbout() {
     frmAbout about(this);
     about.exec();
-}
-
-// The first field showing the error colour gets the focus; without one the focus stays where it is.
-void frmMain::focusFirstFaultyField() {
-    const QColor errorColour = colourOf(ProgramColours().fehler);
-    for (QLineEdit* edit : fields())
-        if (edit->isEnabled() && fieldBackground(edit) == errorColour) {
-            focusField(edit);
-            return;
-        }
 }

@@ -3,7 +3,10 @@
 // hand it over (OK), discard it (Verwerfen), and leave the program. The database side of each action
 // is the workflow module; this file moves values between the controls and the record in hand.
 
+#include "ExportQueue.h"
+#include "FieldNavigator.h"
 #include "FieldPalette.h"
+#include "ViewerLink.h"
 #include "WindowPositions.h"
 #include "frmMain.h"
 
@@ -18,7 +21,6 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 
 void frmMain::takeAndShowNext() {
     current_ = TakeNextRecord();
@@ -26,12 +28,12 @@ void frmMain::takeAndShowNext() {
         showRecord();
     else
         showEmpty();
-    followQueue();
+    lookout_->follow();
 }
 
 void frmMain::valuesToControls() {
     ZVBWerteArray& values = WerteArray();
-    for (QLineEdit* edit : fields())
+    for (QLineEdit* edit : fields_->fields())
         edit->setText(values.GetValue(edit->objectName()));
     lfdNr_->setText(values.GetValue(QStringLiteral("LfdNr")));
     bmpName_->setText(values.GetValue(QStringLiteral("BMPName")));
@@ -43,7 +45,7 @@ void frmMain::controlsToValues() {
     if (current_ < 0 || WerteArray().GetCount() == 0)
         return;
     ZVBWerteArray& values = WerteArray();
-    for (QLineEdit* edit : fields())
+    for (QLineEdit* edit : fields_->fields())
         values.SetValue(edit->objectName(), edit->text());
     values.SetValue(QStringLiteral("Korrigiert"), korrigiert_->text());
 }
@@ -61,40 +63,27 @@ void frmMain::showRecord() {
     checkAll();
     refreshAfterCheck();
     updateCaption();
-    enteredField_ = nullptr;
+    fields_->forgetEnteredField();
     // The stored focus field; a name the form does not have leaves the first field.
-    QLineEdit* target = field(focusFieldName_);
-    if (target && target->isEnabled())
-        focusField(target);
-    else
-        focusFirstField();
-    showFieldImage();
+    fields_->focusFieldNamed(focusFieldName_);
+    viewer_->showPage(current_);
 }
 
 void frmMain::showEmpty() {
-    for (QLineEdit* edit : fields()) {
+    for (QLineEdit* edit : fields_->fields()) {
         edit->clear();
         resetFieldBackground(edit);
     }
     lfdNr_->clear();
     bmpName_->clear();
     korrigiert_->clear();
-    enteredField_ = nullptr;
-    enteredText_.clear();
+    fields_->forgetEnteredField();
     if (datensatz_->isAncestorOf(focusWidget()))
         buttonBeenden_->setFocus(Qt::OtherFocusReason);
     // Nothing to type into without a record; the actions beep.
     datensatz_->setEnabled(false);
     updateCaption();
-    closeImage();
-}
-
-// The display after a check: the corrected mark from the values and the fields' colours.
-void frmMain::refreshAfterCheck() {
-    if (current_ < 0 || WerteArray().GetCount() == 0)
-        return;
-    korrigiert_->setText(WerteArray().GetValue(QStringLiteral("Korrigiert")));
-    colourFields(QStringLiteral("all"));
+    viewer_->close();
 }
 
 void frmMain::onOK() {
@@ -136,23 +125,23 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (!ConfirmLeave(current_)) {
         event->ignore();
         // Back to the field the operator worked in, also when he reached "Beenden" by mouse.
-        QWidget* back = before && isDataField(before) ? before.data() : enteredField_.data();
+        QWidget* back = before && fields_->isDataField(before) ? before.data() : fields_->enteredField();
         if (back && back->isEnabled())
             back->setFocus(Qt::OtherFocusReason);
         return;
     }
     closing_ = true;
-    poll_->stop();
+    lookout_->stop();
     // A hand-over whose export pass has not run yet is exported before leaving.
-    runQueuedExport();
+    exports_->runNow();
     if (current_ >= 0) {
         controlsToValues();
         DiscardRecord(current_, true);
         current_ = -1;
     }
     ReleaseOwnRecords();
-    saveViewerPosition();
-    closeImage();
+    viewer_->savePosition();
+    viewer_->close();
     SaveWindowPosition(this);
     // Other windows of the program close with the main window, the last opened first.
     const QWidgetList others = QApplication::topLevelWidgets();

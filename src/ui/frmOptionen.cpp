@@ -146,16 +146,18 @@ void frmOptionen::fillChoices() {
 void frmOptionen::loadValues() {
     RunReported(QStringLiteral("frmOptionen.LoadSettings"), [&] { stored_ = ReadSettingsRow(); });
     for (const Binding& binding : std::as_const(bindings_))
-        binding.load(stored_.value(binding.column));
+        binding.load(stored_.value(settingName(binding.setting)));
 }
 
 SettingValues frmOptionen::editedValues() const {
     SettingValues values;
     // A setting the home's table does not have yet (a home made by an older version) is not
     // written; the program uses its default for it.
-    for (const Binding& binding : bindings_)
-        if (editable(binding.page) && stored_.contains(binding.column))
-            values.append({binding.column, binding.value(stored_.value(binding.column))});
+    for (const Binding& binding : bindings_) {
+        const QString column = settingName(binding.setting);
+        if (editable(binding.page) && stored_.contains(column))
+            values.append({column, binding.value(stored_.value(column))});
+    }
     return values;
 }
 
@@ -211,8 +213,9 @@ void frmOptionen::pickPath(int index) {
         edit->setText(QDir::toNativeSeparators(dialog.selectedFiles().constFirst()));
 }
 
-void frmOptionen::bindCheck(const QString& column, Page page, QCheckBox* box, bool defaultValue) {
-    bindings_.append({column, page,
+void frmOptionen::bindCheck(Setting setting, Page page, QCheckBox* box) {
+    const bool defaultValue = settingDefault(setting).toBool();
+    bindings_.append({setting, page,
                       [box, defaultValue](const QVariant& v) { box->setChecked(ToFlag(v, defaultValue)); },
                       [box, defaultValue](const QVariant& stored) -> QVariant {
                           if (!stored.isNull() && ToFlag(stored, defaultValue) == box->isChecked())
@@ -221,8 +224,8 @@ void frmOptionen::bindCheck(const QString& column, Page page, QCheckBox* box, bo
                       }});
 }
 
-void frmOptionen::bindRadios(const QString& column, Page page, const QList<QRadioButton*>& buttons) {
-    bindings_.append({column, page,
+void frmOptionen::bindRadios(Setting setting, Page page, const QList<QRadioButton*>& buttons) {
+    bindings_.append({setting, page,
                       [buttons](const QVariant& v) {
                           for (qsizetype i = 0; i < buttons.size(); ++i)
                               buttons[i]->setChecked(!v.isNull() && v.toInt() == i);
@@ -235,8 +238,8 @@ void frmOptionen::bindRadios(const QString& column, Page page, const QList<QRadi
                       }});
 }
 
-void frmOptionen::bindCombo(const QString& column, Page page, QComboBox* combo) {
-    bindings_.append({column, page,
+void frmOptionen::bindCombo(Setting setting, Page page, QComboBox* combo) {
+    bindings_.append({setting, page,
                       [combo](const QVariant& v) {
                           int index = v.isNull() ? -1 : findValue(combo, v);
                           if (index < 0 && !v.isNull() && !v.toString().isEmpty()) {
@@ -259,13 +262,14 @@ void frmOptionen::bindCombo(const QString& column, Page page, QComboBox* combo) 
 
 // A key for hand-over or discard, stored as its portable name ("F10"); "" is no key, and an unset
 // setting shows (and keeps) the key the form uses then.
-void frmOptionen::bindRecordKey(const QString& column, QComboBox* combo, const QString& defaultKey) {
+void frmOptionen::bindRecordKey(Setting setting, QComboBox* combo) {
+    const QString defaultKey = settingDefault(setting).toString();
     static const char* const offered[] = {"F6", "F7", "F8", "F9", "F10", "F11", "Ctrl+Return"};
     combo->addItem(GetText(Msg::Txt_ComboEntryNone), QString());
     for (const char* key : offered)
         combo->addItem(QKeySequence::fromString(QLatin1String(key)).toString(QKeySequence::NativeText),
                        QLatin1String(key));
-    bindings_.append({column, Bedienung,
+    bindings_.append({setting, Bedienung,
                       [combo, defaultKey](const QVariant& v) {
                           const QString key = v.isNull() ? defaultKey : v.toString();
                           int index = findValue(combo, key);
@@ -281,8 +285,8 @@ void frmOptionen::bindRecordKey(const QString& column, QComboBox* combo, const Q
                       }});
 }
 
-void frmOptionen::bindText(const QString& column, Page page, QLineEdit* edit) {
-    bindings_.append({column, page, [edit](const QVariant& v) { edit->setText(v.toString()); },
+void frmOptionen::bindText(Setting setting, Page page, QLineEdit* edit) {
+    bindings_.append({setting, page, [edit](const QVariant& v) { edit->setText(v.toString()); },
                       [edit](const QVariant& stored) -> QVariant {
                           const QString text = edit->text().trimmed();
                           if (text == stored.toString())
@@ -292,8 +296,8 @@ void frmOptionen::bindText(const QString& column, Page page, QLineEdit* edit) {
                       }});
 }
 
-void frmOptionen::bindSpin(const QString& column, Page page, QSpinBox* spin) {
-    bindings_.append({column, page, [spin](const QVariant& v) { spin->setValue(v.toInt()); },
+void frmOptionen::bindSpin(Setting setting, Page page, QSpinBox* spin) {
+    bindings_.append({setting, page, [spin](const QVariant& v) { spin->setValue(v.toInt()); },
                       [spin](const QVariant& stored) -> QVariant {
                           if (stored.isNull() && spin->value() == 0)
                               return stored;

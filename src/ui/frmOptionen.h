@@ -62,8 +62,9 @@ private slots:
     void resetColours();
 
 private:
+    // A setting of the table and how its control shows and edits it.
     struct Binding {
-        QString column;
+        Setting setting;
         Page page;
         std::function<void(const QVariant&)> load;
         std::function<QVariant(const QVariant& stored)> value;
@@ -77,12 +78,12 @@ private:
     void loadValues();
     bool editable(Page page) const { return admin_ || (page != System && page != Pfade); }
 
-    void bindCheck(const QString& column, Page page, QCheckBox* box, bool defaultValue);
-    void bindRadios(const QString& column, Page page, const QList<QRadioButton*>& buttons);
-    void bindCombo(const QString& column, Page page, QComboBox* combo);
-    void bindText(const QString& column, Page page, QLineEdit* edit);
-    void bindSpin(const QString& column, Page page, QSpinBox* spin);
-    void bindRecordKey(const QString& column, QComboBox* combo, const QString& defaultKey);
+    void bindCheck(Setting setting, Page page, QCheckBox* box);
+    void bindRadios(Setting setting, Page page, const QList<QRadioButton*>& buttons);
+    void bindCombo(Setting setting, Page page, QComboBox* combo);
+    void bindText(Setting setting, Page page, QLineEdit* edit);
+    void bindSpin(Setting setting, Page page, QSpinBox* spin);
+    void bindRecordKey(Setting setting, QComboBox* combo);
 
     bool admin_;
     QVariantMap stored_;

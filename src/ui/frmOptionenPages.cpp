@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The four tabs of the options dialog: their controls with the German design texts, and which
-// zvbSys column each control edits. Control arrays carry their number in the property "index", so
-// their captions are translated as control(index).
+// setting of the settings table each control edits (the table's default is what an unset one
+// shows). Control arrays carry their number in the property "index", so their captions are
+// translated as control(index).
 
 #include "frmOptionen.h"
 
@@ -57,7 +58,7 @@ QWidget* frmOptionen::buildBedienung() {
     auto* languageLabel = label(QStringLiteral("lblSprache"), QStringLiteral("&Sprache:"), page);
     language_ = named(new QComboBox(page), QStringLiteral("cboSprache"));
     languageLabel->setBuddy(language_);
-    bindCombo(QStringLiteral("APP_Language"), Bedienung, language_);
+    bindCombo(Setting::APP_Language, Bedienung, language_);
 
     auto* cursor =
         named(new QGroupBox(QStringLiteral("Cursor beim Betreten eines Feldes"), page), QStringLiteral("fraCursor"));
@@ -69,10 +70,10 @@ QWidget* frmOptionen::buildBedienung() {
         cursorButtons << named(new QRadioButton(cursorTexts[i], cursor), QStringLiteral("optCursor"), i);
         cursorLayout->addWidget(cursorButtons.last());
     }
-    bindRadios(QStringLiteral("Cursor_allg"), Bedienung, cursorButtons);
+    bindRadios(Setting::Cursor_allg, Bedienung, cursorButtons);
     auto* cursorF2 = check(QStringLiteral("chkCursorF2"), QStringLiteral("nach F2 das erste \"?\" markieren"), cursor);
     cursorLayout->addWidget(cursorF2);
-    bindCheck(QStringLiteral("Cursor_F2"), Bedienung, cursorF2, false);
+    bindCheck(Setting::Cursor_F2, Bedienung, cursorF2);
 
     auto* search = named(new QGroupBox(QStringLiteral("Suche mit F2"), page), QStringLiteral("fraF2"));
     auto* searchLayout = new QGridLayout(search);
@@ -82,7 +83,7 @@ QWidget* frmOptionen::buildBedienung() {
     what->addItem(QStringLiteral("nur 'rote Felder'"), WasSuchenValues[1]);
     what->addItem(QStringLiteral("beides!"), WasSuchenValues[2]);
     whatLabel->setBuddy(what);
-    bindCombo(QStringLiteral("F2_WasSuchen"), Bedienung, what);
+    bindCombo(Setting::F2_WasSuchen, Bedienung, what);
     searchLayout->addWidget(whatLabel, 0, 0);
     searchLayout->addWidget(what, 0, 1);
     const QString howFarTexts[] = {QStringLiteral("am Ende den Beleg übergeben"),
@@ -93,14 +94,14 @@ QWidget* frmOptionen::buildBedienung() {
         howFar << named(new QRadioButton(howFarTexts[i], search), QStringLiteral("optF2WieWeit"), i);
         searchLayout->addWidget(howFar.last(), i + 1, 0, 1, 2);
     }
-    bindRadios(QStringLiteral("F2_WieWeitSuchen"), Bedienung, howFar);
+    bindRadios(Setting::F2_WieWeitSuchen, Bedienung, howFar);
 
     auto* keys = named(new QGroupBox(QStringLiteral("Tastatur"), page), QStringLiteral("fraTastatur"));
     auto* keyLayout = new QGridLayout(keys);
     auto* enterLikeTab = check(QStringLiteral("chkEnterLikeTab"), QStringLiteral("Enter wirkt wie Tab"), keys);
     auto* numComma = check(QStringLiteral("chkNumKomma"), QStringLiteral("Komma im Ziffernblock wirkt wie Entf"), keys);
-    bindCheck(QStringLiteral("Key_EnterLikeTab"), Bedienung, enterLikeTab, false);
-    bindCheck(QStringLiteral("Key_NUMKommaGleichEntf"), Bedienung, numComma, false);
+    bindCheck(Setting::Key_EnterLikeTab, Bedienung, enterLikeTab);
+    bindCheck(Setting::Key_NUMKommaGleichEntf, Bedienung, numComma);
     keyLayout->addWidget(enterLikeTab, 0, 0, 1, 2);
     keyLayout->addWidget(numComma, 1, 0, 1, 2);
     for (int i = 0; i < 3; ++i) {
@@ -109,7 +110,7 @@ QWidget* frmOptionen::buildBedienung() {
         key->setToolTip(QStringLiteral("Taste, die wie F%1 wirkt").arg(i + 2));
         keyLabel->setBuddy(key);
         hotkeys_ << key;
-        bindCombo(QLatin1String(HotkeyColumns[i]), Bedienung, key);
+        bindCombo(HotkeySettings[i], Bedienung, key);
         keyLayout->addWidget(keyLabel, i + 2, 0);
         keyLayout->addWidget(key, i + 2, 1);
     }
@@ -120,19 +121,18 @@ QWidget* frmOptionen::buildBedienung() {
         const char* caption;
         const char* combo;
         const char* tip;
-        const char* column;
-        const char* defaultKey;
+        Setting setting;
     } recordKeys[] = {{"lblKeyOK", "Ü&bergeben mit:", "cboKeyOK",
-                       "Taste, die den Beleg prüft und übergibt, wo auch immer der Cursor steht", "Key_OK", "F10"},
+                       "Taste, die den Beleg prüft und übergibt, wo auch immer der Cursor steht", Setting::Key_OK},
                       {"lblKeyVerwerfen", "Ver&werfen mit:", "cboKeyVerwerfen",
-                       "Taste, die nach Rückfrage den Beleg verwirft", "Key_Verwerfen", "F8"}};
+                       "Taste, die nach Rückfrage den Beleg verwirft", Setting::Key_Verwerfen}};
     for (const auto& k : recordKeys) {
         auto* keyLabel = label(QLatin1String(k.label), QString::fromUtf8(k.caption), keys);
         auto* key = named(new QComboBox(keys), QLatin1String(k.combo));
         key->setToolTip(QString::fromUtf8(k.tip));
         keyLabel->setBuddy(key);
         recordKeys_ << key;
-        bindRecordKey(QLatin1String(k.column), key, QLatin1String(k.defaultKey));
+        bindRecordKey(k.setting, key);
         keyLayout->addWidget(keyLabel, keyLayout->rowCount(), 0);
         keyLayout->addWidget(key, keyLayout->rowCount() - 1, 1);
     }
@@ -140,7 +140,7 @@ QWidget* frmOptionen::buildBedienung() {
     auto* focusLabel = label(QStringLiteral("lblFocusField"), QStringLiteral("&Erstes Feld eines Belegs:"), page);
     focusField_ = named(new QComboBox(page), QStringLiteral("cboFocusField"));
     focusLabel->setBuddy(focusField_);
-    bindCombo(QStringLiteral("GUI_FocusField"), Bedienung, focusField_);
+    bindCombo(Setting::GUI_FocusField, Bedienung, focusField_);
 
     auto* top = new QFormLayout;
     top->addRow(languageLabel, language_);
@@ -159,14 +159,14 @@ QWidget* frmOptionen::buildSystem() {
 
     auto* form = new QFormLayout;
     state_ = named(new QComboBox(page), QStringLiteral("cboState"));
-    bindCombo(QStringLiteral("APP_State"), System, state_);
+    bindCombo(Setting::APP_State, System, state_);
     form->addRow(label(QStringLiteral("lblState"), QStringLiteral("Land des Arbeitsplatzes:"), page), state_);
     auto* korrId = spin(QStringLiteral("spnKorrID"), 32767, page);
-    bindSpin(QStringLiteral("APP_KorrID"), System, korrId);
+    bindSpin(Setting::APP_KorrID, System, korrId);
     form->addRow(label(QStringLiteral("lblKorrID"), QStringLiteral("Nummer des Korrekturplatzes:"), page), korrId);
     auto* scanId = named(new QLineEdit(page), QStringLiteral("txtRechnerId"));
     scanId->setMaxLength(10);
-    bindText(QStringLiteral("Scan_RechnerId"), System, scanId);
+    bindText(Setting::Scan_RechnerId, System, scanId);
     form->addRow(label(QStringLiteral("lblRechnerId"), QStringLiteral("Nummer des Scanplatzes:"), page), scanId);
 
     auto* reports = named(new QGroupBox(QStringLiteral("Berichte"), page), QStringLiteral("fraBericht"));
@@ -176,7 +176,7 @@ QWidget* frmOptionen::buildSystem() {
     reportForm->addRow(own);
     // A card of the own country gets its report whenever the number is not 0; the number itself is
     // kept when the box stays ticked.
-    bindings_.append({QStringLiteral("Report_Ambrix_Country"), System,
+    bindings_.append({Setting::Report_Ambrix_Country, System,
                       [own](const QVariant& v) { own->setChecked(v.toInt() != 0); },
                       [own](const QVariant& stored) -> QVariant {
                           if (own->isChecked() == (stored.toInt() != 0) && !stored.isNull())
@@ -189,7 +189,7 @@ QWidget* frmOptionen::buildSystem() {
     other->addItem(QStringLiteral("ambulant"), 2);
     other->addItem(QStringLiteral("jedes Mal nachfragen"), 3);
     // Every number above 2 means "ask"; one that already means it is kept as it is.
-    bindings_.append({QStringLiteral("Report_Other_Country"), System,
+    bindings_.append({Setting::Report_Other_Country, System,
                       [other](const QVariant& v) { other->setCurrentIndex(qBound(0, v.toInt(), 3)); },
                       [other](const QVariant& stored) -> QVariant {
                           if (!stored.isNull() && qBound(0, stored.toInt(), 3) == other->currentIndex())
@@ -200,21 +200,21 @@ QWidget* frmOptionen::buildSystem() {
                        other);
     auto* useDefault =
         check(QStringLiteral("chkPrinterDefault"), QStringLiteral("auf dem Standarddrucker drucken"), reports);
-    bindCheck(QStringLiteral("Report_PrinterUseDefault"), System, useDefault, true);
+    bindCheck(Setting::Report_PrinterUseDefault, System, useDefault);
     reportForm->addRow(useDefault);
     auto* printer = named(new QLineEdit(reports), QStringLiteral("txtPrinter"));
-    bindText(QStringLiteral("Report_PrinterName"), System, printer);
+    bindText(Setting::Report_PrinterName, System, printer);
     connect(useDefault, &QCheckBox::toggled, printer, &QLineEdit::setDisabled);
     reportForm->addRow(label(QStringLiteral("lblPrinter"), QStringLiteral("Drucker:"), reports), printer);
     auto* font = named(new QLineEdit(reports), QStringLiteral("txtFont"));
-    bindText(QStringLiteral("Report_FontName"), System, font);
+    bindText(Setting::Report_FontName, System, font);
     reportForm->addRow(label(QStringLiteral("lblFont"), QStringLiteral("Schrift:"), reports), font);
 
     auto* backup = named(new QGroupBox(QStringLiteral("Datensicherung"), page), QStringLiteral("fraBackup"));
     auto* backupForm = new QFormLayout(backup);
     auto* enabled = check(QStringLiteral("chkBackup"), QStringLiteral("täglich sichern"), backup);
     // Stored as the text "1" or "0": only "1" switches the backup on.
-    bindings_.append({QStringLiteral("Backup_Enabled"), System,
+    bindings_.append({Setting::Backup_Enabled, System,
                       [enabled](const QVariant& v) { enabled->setChecked(v.toString() == QLatin1String("1")); },
                       [enabled](const QVariant& stored) -> QVariant {
                           if (!stored.isNull() && (stored.toString() == QLatin1String("1")) == enabled->isChecked())
@@ -222,9 +222,9 @@ QWidget* frmOptionen::buildSystem() {
                           return enabled->isChecked() ? QStringLiteral("1") : QStringLiteral("0");
                       }});
     auto* images = check(QStringLiteral("chkBackupBilder"), QStringLiteral("Bilder mitsichern"), backup);
-    bindCheck(QStringLiteral("Backup_Bilder"), System, images, false);
+    bindCheck(Setting::Backup_Bilder, System, images);
     auto* days = spin(QStringLiteral("spnHistoryDays"), 32767, backup);
-    bindSpin(QStringLiteral("Backup_HistoryDays"), System, days);
+    bindSpin(Setting::Backup_HistoryDays, System, days);
     backupForm->addRow(enabled);
     backupForm->addRow(images);
     backupForm->addRow(label(QStringLiteral("lblHistoryDays"), QStringLiteral("Tage aufbewahren (0 = immer):"), backup),
@@ -256,7 +256,7 @@ QWidget* frmOptionen::buildFarben() {
         grid->addWidget(swatch, i, 1);
         grid->addWidget(change, i, 2);
         const ColourSetting& setting = colourSettings[i];
-        bindings_.append({QLatin1String(setting.column), Farben,
+        bindings_.append({setting.setting, Farben,
                           [this, i, setting](const QVariant& v) {
                               qint32 ref = parseColourText(QLatin1String(setting.defaultText));
                               try {
@@ -289,19 +289,19 @@ QWidget* frmOptionen::buildPfade() {
     auto* page = named(new QWidget, QStringLiteral("pagePfade"));
     auto* grid = new QGridLayout(page);
     struct PathSetting {
-        const char* column;
+        Setting setting;
         QString caption;
         bool file;
     };
     const PathSetting settings[] = {
-        {"APP_ServerDB", QStringLiteral("Zentrale Datenbank:"), true},
-        {"APP_Bildpfad", QStringLiteral("Bilder:"), false},
-        {"APP_TestBildpfad", QStringLiteral("Testablage:"), false},
-        {"Scan_Pfad", QStringLiteral("Scanordner:"), false},
-        {"Import_Datei", QStringLiteral("Importdatei:"), true},
-        {"Export_Pfad", QStringLiteral("Export:"), false},
-        {"Backup_Pfad", QStringLiteral("Datensicherung:"), false},
-        {"Report_Pfad", QStringLiteral("Berichtsvorlagen:"), false},
+        {Setting::APP_ServerDB, QStringLiteral("Zentrale Datenbank:"), true},
+        {Setting::APP_Bildpfad, QStringLiteral("Bilder:"), false},
+        {Setting::APP_TestBildpfad, QStringLiteral("Testablage:"), false},
+        {Setting::Scan_Pfad, QStringLiteral("Scanordner:"), false},
+        {Setting::Import_Datei, QStringLiteral("Importdatei:"), true},
+        {Setting::Export_Pfad, QStringLiteral("Export:"), false},
+        {Setting::Backup_Pfad, QStringLiteral("Datensicherung:"), false},
+        {Setting::Report_Pfad, QStringLiteral("Berichtsvorlagen:"), false},
     };
     int i = 0;
     for (const PathSetting& s : settings) {
@@ -313,7 +313,7 @@ QWidget* frmOptionen::buildPfade() {
         pick->setText(QStringLiteral("..."));
         pick->setToolTip(s.file ? QStringLiteral("Datei auswählen") : QStringLiteral("Ordner auswählen"));
         connect(pick, &QToolButton::clicked, this, [this, i] { pickPath(i); });
-        bindText(QLatin1String(s.column), Pfade, edit);
+        bindText(s.setting, Pfade, edit);
         paths_ << edit;
         pathIsFile_ << s.file;
         pathLabels_ << caption;

@@ -7,6 +7,7 @@
 #include "app/MasterData.h"
 #include "app/PoolConnection.h"
 #include "app/PoolRouting.h"
+#include "app/Settings.h"
 #include "app/TextFile.h"
 #include "app/mdlDB.h"
 #include "model/Schema.h"
@@ -101,10 +102,10 @@ PoolJoin initPoolHome(const QString& folder, const QString& uri, qint16 workstat
     const QString data = masterDataDir();
     createTables(localTables());
     loadTableFolder(data + QStringLiteral("tables"), localTables());
-    SetSysValue(QStringLiteral("APP_ServerDB"), uri.trimmed());
-    SetSysValue(QStringLiteral("APP_KorrID"), int(workstation));
+    setSetting<Setting::APP_ServerDB>(uri.trimmed());
+    setSetting<Setting::APP_KorrID>(workstation);
     // Scan file names carry this number, so workstations sharing an image folder never collide.
-    SetSysValue(QStringLiteral("Scan_RechnerId"), QString::number(workstation).rightJustified(2, QLatin1Char('0')));
+    setSetting<Setting::Scan_RechnerId>(QString::number(workstation).rightJustified(2, QLatin1Char('0')));
     closePool(); // the home is joined from here on: pool tables go to the server
 
     PoolJoin join;

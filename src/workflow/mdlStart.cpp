@@ -6,6 +6,7 @@
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
+#include "app/Settings.h"
 #include "app/mdlBackup.h"
 #include "export/mdlExport.h"
 #include "model/FormModel.h"
@@ -45,7 +46,7 @@ void LoadColours() {
     FieldColours loaded;
     try {
         for (const ColourSetting& setting : colourSettings) {
-            const QVariant stored = GetValue(QLatin1String(setting.column), QStringLiteral("zvbSys"), QString());
+            const QVariant stored = GetValue(settingName(setting.setting), QStringLiteral("zvbSys"), QString());
             const QString text = stored.isNull() ? QLatin1String(setting.defaultText) : stored.toString();
             loaded.*setting.member = parseColourText(text);
         }
@@ -64,14 +65,14 @@ void LoadColours() {
 
 void DBAufraeumen() {
     RunReported(QStringLiteral("DBAufraeumen"), [] {
-        const QVariant stored = GetValue(QStringLiteral("APP_LastOpened"), QStringLiteral("zvbSys"), QString());
+        const QVariant stored = GetValue(settingName(Setting::APP_LastOpened), QStringLiteral("zvbSys"), QString());
         const QDateTime lastOpened = ToDateTime(stored);
         const QDate today = appClock().today();
         if (stored.isNull() || stored.toString().isEmpty() || !lastOpened.isValid() || lastOpened.date() < today)
             BackupCleanup();
         else if (lastOpened.date() > today)
             ShowMessage(Msg::WarningLastOpened, MsgBox::Critical);
-        execSql(QStringLiteral("UPDATE zvbSys SET APP_LastOpened=Now()"));
+        SetSysExpression(settingName(Setting::APP_LastOpened), QStringLiteral("Now()"));
     });
 }
 

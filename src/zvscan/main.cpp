@@ -11,6 +11,7 @@
 #include "ResultBatch.h"
 #include "app/CommandLineTexts.h"
 #include "app/Home.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 #include "model/ImageFiles.h"
@@ -98,8 +99,8 @@ int main(int argc, char** argv) {
     QString scanDir, importFile, imageDir, separator;
     double minConfidence = defaultMinConfidence;
     try {
-        scanDir = GetSysText(QStringLiteral("Scan_Pfad"));
-        importFile = GetSysText(QStringLiteral("Import_Datei"));
+        scanDir = setting<Setting::Scan_Pfad>();
+        importFile = setting<Setting::Import_Datei>();
         imageDir = GetBildpfad();
         separator = GetIniValue(QStringLiteral("Beleg"), QStringLiteral("Trenner"));
         bool ok = false;

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// frmMain: the scan button and the scanner menu. The sequence itself (acquire, evaluate, import) is
-// the scan module's; this file disables the scan controls while pages come in, lets Escape stop the
-// feeder, shows the wait window while the evaluation runs and then the first new record.
+// The scan button and the scanner menu of the main window (see ScanActions.h).
 
-#include "frmMain.h"
+#include "ScanActions.h"
 #include "frmScannerSelect.h"
 #include "frmScannerSettings.h"
 #include "frmWaitShell.h"
@@ -15,10 +13,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QStatusBar>
-#include <QTimer>
 
 namespace {
 
@@ -26,7 +24,7 @@ namespace {
 // the acquisition after the page in hand; pages already saved are kept.
 class WindowScanObserver : public QObject, public ScanObserver {
 public:
-    WindowScanObserver(frmMain* window, Scanner& scanner, std::function<void(bool)> enableControls)
+    WindowScanObserver(QWidget* window, Scanner& scanner, std::function<void(bool)> enableControls)
         : window_(window), scanner_(scanner), enableControls_(std::move(enableControls)) {}
 
     void acquiring(bool on) override {
@@ -56,60 +54,68 @@ protected:
     }
 
 private:
-    frmMain* window_;
+    QWidget* window_;
     Scanner& scanner_;
     std::function<void(bool)> enableControls_;
     std::unique_ptr<frmWaitShell> wait_;
 };
 
+QAction* menuItem(QObject* parent, const char* name, const char* text) {
+    auto* action = new QAction(QString::fromUtf8(text), parent);
+    action->setObjectName(QLatin1String(name));
+    return action;
+}
+
 } // namespace
 
-void frmMain::setScanControlsEnabled(bool on) {
-    buttonScannen_->setEnabled(on);
-    for (QAction* a : {mpScannen_, mpScannerSelect_, mpScannerSettings_})
+ScanActions::ScanActions(QMainWindow* window, QPushButton* button, std::function<void()> showNext)
+    : QObject(window), scan(menuItem(window, "mpScannen", "&Scannen")),
+      select(menuItem(window, "mpScannerSelect", "Scanner &auswählen...")),
+      settings(menuItem(window, "mpScannerSettings", "Scanner&einstellungen...")), window_(window), button_(button),
+      showNext_(std::move(showNext)) {
+    connect(button_, &QPushButton::clicked, this, &ScanActions::scanPages);
+    connect(scan, &QAction::triggered, this, &ScanActions::scanPages);
+    connect(select, &QAction::triggered, this, &ScanActions::selectScanner);
+    connect(settings, &QAction::triggered, this, &ScanActions::scannerSettings);
+}
+
+void ScanActions::setControlsEnabled(bool on) {
+    button_->setEnabled(on);
+    for (QAction* a : {scan, select, settings})
         a->setEnabled(on);
 }
 
-// The sequence processes events while pages come in and while the evaluation runs, so the
-// look-out (its timer and F5) waits for its end: it would take a record that the sequence then
-// deletes, or, on a shared pool, one that the first new record replaces on screen while it stays
-// held. A click that arrives while an export pass processes events (the pass holds the export
-// lock and the write lock) or inside the sequence itself starts nothing.
-void frmMain::actionScannen() {
-    if (scanning_ || exporting_) {
+// The sequence processes events while pages come in and while the evaluation runs; a click
+// arriving inside it starts no second one.
+void ScanActions::scanPages() {
+    if (running_) {
         QApplication::beep();
         return;
     }
-    // A record handed over just before leaves first: the sequence empties a workstation's own
-    // pool before it imports.
-    runQueuedExport();
-    scanning_ = true;
-    poll_->stop();
     ScanRun run;
     {
-        const auto done = qScopeGuard([this] { scanning_ = false; });
+        running_ = true;
+        const auto done = qScopeGuard([this] { running_ = false; });
         std::unique_ptr<Scanner> scanner = makeScanner();
-        WindowScanObserver observer(this, *scanner, [this](bool on) { setScanControlsEnabled(on); });
+        WindowScanObserver observer(window_, *scanner, [this](bool on) { setControlsEnabled(on); });
         run = RunScanSequence(*scanner, {}, observer);
     }
     if (run.imported)
-        takeAndShowNext();
-    else
-        followQueue();
+        showNext_();
 }
 
-void frmMain::actionScannerSelect() {
+void ScanActions::selectScanner() {
     const QList<ScanDevice> devices = makeScanner()->devices();
     if (devices.isEmpty()) {
         ShowMessage(Msg::NoTwain, MsgBox::Exclamation);
         return;
     }
-    frmScannerSelect dialog(devices, this);
+    frmScannerSelect dialog(devices, window_);
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedDevice().isEmpty())
         RunReported(QStringLiteral("mpScannerSelect_Click"), [&] { chooseScanDevice(dialog.selectedDevice()); });
 }
 
-void frmMain::actionScanner_Settings() {
+void ScanActions::scannerSettings() {
     std::unique_ptr<Scanner> scanner = makeScanner();
     const QString device = scanDeviceToUse(scanner->devices());
     QString error;
@@ -118,11 +124,11 @@ void frmMain::actionScanner_Settings() {
         return;
     }
     applyScanDefaults(*scanner, device);
-    frmScannerSettings dialog(*scanner, device, this);
+    frmScannerSettings dialog(*scanner, device, window_);
     if (dialog.exec() == QDialog::Accepted)
         RunReported(QStringLiteral("actionScanner_Settings"), [&] {
             const QStringList refused = dialog.apply();
             if (!refused.isEmpty())
-                statusBar()->showMessage(refused.join(QStringLiteral("; ")), 8000);
+                window_->statusBar()->showMessage(refused.join(QStringLiteral("; ")), 8000);
         });
 }
