@@ -30,20 +30,16 @@ bool sameFile(const QString& a, const QString& b) {
 void copyReplacing(const QString& source, const QString& target) {
     const QString folder = QFileInfo(target).absolutePath();
     if (!QFileInfo(folder).isDir())
-        throw VeridonError(ErrorNumber::PathNotFound,
-                           QStringLiteral("Pfad nicht gefunden: '%1'").arg(QDir::toNativeSeparators(folder)));
+        throw VeridonError(ErrorNumber::PathNotFound, Msg::ErrPathNotFound, {QDir::toNativeSeparators(folder)});
     // The test folder may be the image folder itself; removing the target would then lose the image.
     if (sameFile(source, target))
         return;
     QFile existing(target);
     if (existing.exists() && !existing.remove())
-        throw VeridonError(PathFileAccessError,
-                           QStringLiteral("'%1' kann nicht ersetzt werden: %2").arg(target, existing.errorString()));
+        throw VeridonError(PathFileAccessError, Msg::ErrCannotReplace, {target, existing.errorString()});
     QFile file(source);
     if (!file.copy(target))
-        throw VeridonError(
-            PathFileAccessError,
-            QStringLiteral("'%1' kann nicht nach '%2' kopiert werden: %3").arg(source, target, file.errorString()));
+        throw VeridonError(PathFileAccessError, Msg::ErrCannotCopy, {source, target, file.errorString()});
 }
 
 } // namespace
@@ -82,8 +78,7 @@ TestCopyResult BelegZumTest(const QString& imageName, const QString& note) {
         copyReplacing(sourcePath, target);
         const QString notePath = folder + QFileInfo(source.fileName).completeBaseName() + QStringLiteral(".txt");
         if (!writeTextFile(notePath, note + QLatin1Char('\n')))
-            throw VeridonError(PathFileAccessError,
-                               QStringLiteral("'%1' kann nicht geschrieben werden.").arg(notePath));
+            throw VeridonError(PathFileAccessError, Msg::ErrCannotWrite, {notePath});
         ShowMessage(Msg::ToTestDone, MsgBox::Information, {target});
         result = TestCopyResult::Done;
     });

@@ -83,8 +83,7 @@ int errorNumberOf(int error) {
 }
 
 [[noreturn]] void failWrite(const QString& path, int error) {
-    throw VeridonError(errorNumberOf(error),
-                       QStringLiteral("Die Datei '%1' kann nicht geschrieben werden: %2").arg(path, causeOf(error)));
+    throw VeridonError(errorNumberOf(error), Msg::ErrFileWrite, {path, causeOf(error)});
 }
 
 QByteArray nativeName(const QString& path) {
@@ -195,17 +194,14 @@ void appendFileChecked(const QString& path, const QByteArray& bytes, Durability 
 void copyFileChecked(const QString& source, const QString& target, Durability durability, SyncBatch* batch) {
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly))
-        throw VeridonError(ErrorNumber::FileNotFound,
-                           QStringLiteral("Die Datei '%1' wurde nicht gefunden.").arg(source));
+        throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileNotFound, {source});
     const QByteArray bytes = in.readAll();
     if (in.error() != QFileDevice::NoError)
-        throw VeridonError(ErrorNumber::DeviceIO,
-                           QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(source));
+        throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrFileRead, {source});
     in.close();
     writeFileChecked(target, bytes, durability, batch);
     if (!fileHolds(target, bytes))
-        throw VeridonError(ErrorNumber::DeviceIO,
-                           QStringLiteral("Die Kopie '%1' stimmt nicht mit '%2' überein.").arg(target, source));
+        throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrCopyDiffers, {target, source});
 }
 
 void renameChecked(const QString& from, const QString& to, Durability durability, SyncBatch* batch) {
@@ -299,9 +295,7 @@ void SyncBatch::sync() {
             ::close(fd);
     }
     if (error != 0)
-        throw VeridonError(
-            errorNumberOf(error),
-            QStringLiteral("Der Ordner '%1' kann nicht gesichert werden: %2").arg(failed, causeOf(error)));
+        throw VeridonError(errorNumberOf(error), Msg::ErrFolderSync, {failed, causeOf(error)});
 }
 
 void setWriteBudgetForTesting(qint64 budget) {

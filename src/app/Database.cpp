@@ -101,8 +101,7 @@ QSqlDatabase database() {
     }
     const QString path = GetDBPath();
     if (!QFileInfo(path).isFile())
-        throw VeridonError(ErrorNumber::DatabaseMissing,
-                           QStringLiteral("Die Datenbank '%1' wurde nicht gefunden.").arg(path));
+        throw VeridonError(ErrorNumber::DatabaseMissing, Msg::ErrDatabaseMissing, {path});
     return openConnection(path);
 }
 
@@ -155,7 +154,7 @@ QSqlDatabase poolForStatement() {
             if (isConnectionLoss(error) || !db.isOpen()) {
                 db = QSqlDatabase();
                 dropPoolConnection();
-                throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+                throw poolUnreachable(homePoolUri(), error.text());
             }
             throw errorFrom(error, QStringLiteral("BEGIN"));
         }
@@ -186,7 +185,7 @@ VeridonError failure(const QSqlQuery& query, const QString& statement) {
         const QString reason = query.lastError().text();
         dropPoolConnection(&query);
         connection.poolTransaction = false;
-        return VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), reason));
+        return poolUnreachable(homePoolUri(), reason);
     }
     return errorFrom(query.lastError(), statement);
 }
@@ -318,6 +317,41 @@ void RowInserter::bind(int position, const QVariant& value) {
     }
 }
 
+void RowInserter::bindText(int position, const QString& text) {
+    if (!statement_) {
+        query_.bindValue(position, text.isNull() ? QStringLiteral("") : text);
+        return;
+    }
+    if (position >= texts_.size())
+        texts_.resize(position + 1);
+    QByteArray& bytes = texts_[position];
+    // UTF-8 needs at most three bytes for a UTF-16 unit; the buffer only grows, so a batch's values
+    // are encoded without allocating.
+    if (bytes.size() < text.size() * 3 + 1)
+        bytes.resize(text.size() * 3 + 1);
+    char* const begin = bytes.data();
+    char* out = begin;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u < 0x80) {
+            *out++ = char(u);
+        } else if (u < 0x800) {
+            *out++ = char(0xC0 | (u >> 6));
+            *out++ = char(0x80 | (u & 0x3F));
+        } else if (!QChar::isSurrogate(u)) {
+            *out++ = char(0xE0 | (u >> 12));
+            *out++ = char(0x80 | ((u >> 6) & 0x3F));
+            *out++ = char(0x80 | (u & 0x3F));
+        } else {
+            // Characters beyond the basic plane and broken pairs are Qt's to encode, as bind() does.
+            bytes = text.toUtf8();
+            sqlite3_bind_text(statement_, position + 1, bytes.constData(), int(bytes.size()), SQLITE_STATIC);
+            return;
+        }
+    }
+    sqlite3_bind_text(statement_, position + 1, begin, int(out - begin), SQLITE_STATIC);
+}
+
 void RowInserter::exec() {
     if (!statement_) {
         execPrepared(query_);
@@ -381,11 +415,9 @@ QString sqlQuote(const QString& text) {
 void requireColumn(const QString& table, const QString& column) {
     const QVector<ColumnInfo> columns = tableColumns(table);
     if (columns.isEmpty())
-        throw VeridonError(ErrorNumber::TableMissing,
-                           QStringLiteral("Die Tabelle '%1' ist nicht vorhanden.").arg(table));
+        throw VeridonError(ErrorNumber::TableMissing, Msg::ErrTableMissing, {table});
     if (!column.isEmpty() && indexOfColumn(columns, column) < 0)
-        throw VeridonError(ErrorNumber::ColumnMissing,
-                           QStringLiteral("Das Feld '%1' ist in der Tabelle '%2' nicht vorhanden.").arg(column, table));
+        throw VeridonError(ErrorNumber::ColumnMissing, Msg::ErrColumnMissing, {column, table});
 }
 
 namespace {
@@ -399,7 +431,7 @@ void endPoolTransaction(bool commit) {
         const QSqlError error = db.lastError();
         if (isConnectionLoss(error)) {
             dropPoolConnection();
-            throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+            throw poolUnreachable(homePoolUri(), error.text());
         }
         throw errorFrom(error, QStringLiteral("COMMIT"));
     }

@@ -66,6 +66,9 @@ public:
     // Sets the value of the position-th "?" (from 0) for the next exec(): a null variant is NULL, a
     // text is text, whole numbers, decimals and yes/no are numbers, bytes are stored as they are.
     void bind(int position, const QVariant& value);
+    // Sets the position-th "?" to text, never NULL (a null text is ""); the same as bind() with a
+    // text, without the variant and a new buffer for each value.
+    void bindText(int position, const QString& text);
     // Inserts one row with the values bound; they stay bound for the next row. Throws VeridonError
     // with the database's number and text when the insert fails.
     void exec();

@@ -18,7 +18,7 @@ qint32 parseColourText(const QString& text) {
         ok = ok && value >= INT32_MIN && value <= INT32_MAX;
     }
     if (!ok)
-        throw VeridonError(ErrorNumber::TypeMismatch, QStringLiteral("Typen unverträglich ('%1')").arg(text));
+        throw VeridonError(ErrorNumber::TypeMismatch, Msg::ErrTypeMismatchValue, {text});
     return qint32(quint32(value));
 }
 

@@ -12,8 +12,7 @@
 int loadTableFile(const QString& table, const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw VeridonError(ErrorNumber::FileNotFound,
-                           QStringLiteral("Datei '%1' kann nicht gelesen werden.").arg(path));
+        throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrMasterFileRead, {path});
     QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     if (lines.isEmpty() || lines.first().trimmed().isEmpty())
         return 0;
@@ -46,11 +45,8 @@ int loadTableFile(const QString& table, const QString& path) {
             continue;
         const QStringList cells = line.split(QLatin1Char('\t'));
         if (cells.size() > header.size())
-            throw VeridonError(ErrorNumber::InvalidArgument, QStringLiteral("%1, Zeile %2: %3 Werte für %4 Spalten.")
-                                                                 .arg(path)
-                                                                 .arg(lineNo + 2)
-                                                                 .arg(cells.size())
-                                                                 .arg(header.size()));
+            throw VeridonError(ErrorNumber::InvalidArgument, Msg::ErrMasterLine,
+                               {path, lineNo + 2, cells.size(), header.size()});
         for (int c = 0; c < header.size(); ++c) {
             QString cell = c < cells.size() ? cells[c] : QString();
             if (cell == QLatin1String("\\N") || (cell.isEmpty() && !isText[c])) {

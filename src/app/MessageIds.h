@@ -60,6 +60,49 @@ inline constexpr MessageText Txt_checkNotSupported{"Txt_checkNotSupported", "Der
 inline constexpr MessageText Txt_ComDlgFilter{"Txt_ComDlgFilter", "Alle Dateien (*.*)|*.*"};
 inline constexpr MessageText Txt_ComDlgDirectory{"Txt_ComDlgDirectory", "[Verzeichnis]"};
 inline constexpr MessageText Txt_ComboEntryNone{"Txt_ComboEntryNone", "(keinen)"};
+// The detail of run-time errors the program describes itself (VeridonError).
+inline constexpr MessageText ErrTypeMismatchValue{"Msg_ErrTypeMismatchValue", "Typen unverträglich ('%1')"};
+inline constexpr MessageText ErrTypeMismatch{"Msg_ErrTypeMismatch", "Typen unverträglich"};
+inline constexpr MessageText ErrOverflow{"Msg_ErrOverflow", "Überlauf"};
+inline constexpr MessageText ErrNullField{"Msg_ErrNullField", "Unzulässige Verwendung von Null (Feld '%1', Spalte '%2')"};
+inline constexpr MessageText ErrNullVarName{"Msg_ErrNullVarName", "Unzulässige Verwendung von Null (VarName)"};
+inline constexpr MessageText ErrPathNotFound{"Msg_ErrPathNotFound", "Pfad nicht gefunden: '%1'"};
+inline constexpr MessageText ErrCannotReplace{"Msg_ErrCannotReplace", "'%1' kann nicht ersetzt werden: %2"};
+inline constexpr MessageText ErrCannotCopy{"Msg_ErrCannotCopy", "'%1' kann nicht nach '%2' kopiert werden: %3"};
+inline constexpr MessageText ErrCannotWrite{"Msg_ErrCannotWrite", "'%1' kann nicht geschrieben werden."};
+inline constexpr MessageText ErrMixedStatement{"Msg_ErrMixedStatement", "Programmfehler: die Anweisung verbindet Tabellen der Arbeitsplatz-Datenbank und des gemeinsamen Pools [%1]"};
+inline constexpr MessageText ErrPoolUnreachable{"Msg_ErrPoolUnreachable", "Der Server des gemeinsamen Belegpools (%1) antwortet nicht. Ihre Eingaben bleiben erhalten; versuchen Sie es gleich noch einmal.\\n%2"};
+inline constexpr MessageText ErrNoPool{"Msg_ErrNoPool", "Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."};
+inline constexpr MessageText ErrFileWrite{"Msg_ErrFileWrite", "Die Datei '%1' kann nicht geschrieben werden: %2"};
+inline constexpr MessageText ErrFileNotFound{"Msg_ErrFileNotFound", "Die Datei '%1' wurde nicht gefunden."};
+inline constexpr MessageText ErrFileRead{"Msg_ErrFileRead", "Die Datei '%1' kann nicht gelesen werden."};
+inline constexpr MessageText ErrCopyDiffers{"Msg_ErrCopyDiffers", "Die Kopie '%1' stimmt nicht mit '%2' überein."};
+inline constexpr MessageText ErrFolderSync{"Msg_ErrFolderSync", "Der Ordner '%1' kann nicht gesichert werden: %2"};
+inline constexpr MessageText ErrMasterFileRead{"Msg_ErrMasterFileRead", "Datei '%1' kann nicht gelesen werden."};
+inline constexpr MessageText ErrMasterLine{"Msg_ErrMasterLine", "%1, Zeile %2: %3 Werte für %4 Spalten."};
+inline constexpr MessageText ErrDatabaseMissing{"Msg_ErrDatabaseMissing", "Die Datenbank '%1' wurde nicht gefunden."};
+inline constexpr MessageText ErrTableMissing{"Msg_ErrTableMissing", "Die Tabelle '%1' ist nicht vorhanden."};
+inline constexpr MessageText ErrColumnMissing{"Msg_ErrColumnMissing", "Das Feld '%1' ist in der Tabelle '%2' nicht vorhanden."};
+inline constexpr MessageText ErrFileTruncate{"Msg_ErrFileTruncate", "Die Datei '%1' kann nicht gekürzt werden."};
+inline constexpr MessageText ErrCopyDiffersOriginal{"Msg_ErrCopyDiffersOriginal", "Die Kopie '%1' stimmt nicht mit dem Original überein."};
+inline constexpr MessageText ErrNoExportFolder{"Msg_ErrNoExportFolder", "Es ist kein Exportverzeichnis eingestellt (Export_Pfad)."};
+inline constexpr MessageText ErrTemplateRead{"Msg_ErrTemplateRead", "Die Vorlage '%1' kann nicht gelesen werden."};
+inline constexpr MessageText ErrTemplateUnusable{"Msg_ErrTemplateUnusable", "Die Vorlage '%1' ist unbrauchbar: %2 Es wurde nichts exportiert."};
+inline constexpr MessageText ErrInvalidXml{"Msg_ErrInvalidXml", "Die Datei '%1' wäre kein gültiges XML (%2)."};
+inline constexpr MessageText ErrCopyIncomplete{"Msg_ErrCopyIncomplete", "Die Kopie '%1' ist unvollständig."};
+inline constexpr MessageText ErrLinesMissing{"Msg_ErrLinesMissing", "Die Datei '%1' enthält die angefügten Zeilen nicht."};
+inline constexpr MessageText ErrAutoImportValue{"Msg_ErrAutoImportValue", "Zeile %1: Der Wert '%2' passt nicht in das Feld '%3' (Typen unverträglich)."};
+inline constexpr MessageText ErrTooManyFields{"Msg_ErrTooManyFields", "Zeile %1 hat %2 Felder, die Tabelle '%3' nur %4 Spalten."};
+inline constexpr MessageText ErrNoLayoutFields{"Msg_ErrNoLayoutFields", "Für das Format %1 sind in zvbAutoImport_Spezifikation keine Felder angelegt."};
+inline constexpr MessageText ErrRecordTaken{"Msg_ErrRecordTaken", "Beleg %1 gehört nicht mehr zu diesem Arbeitsplatz. %2 Er wurde weder übergeben noch verworfen; Ihre Eingaben daran sind nicht gespeichert."};
+inline constexpr MessageText RecordTakenDeleted{"Msg_RecordTakenDeleted", "Er ist inzwischen gelöscht."};
+inline constexpr MessageText RecordTakenElsewhere{"Msg_RecordTakenElsewhere", "Er wurde freigegeben und wird jetzt am Arbeitsplatz %1 bearbeitet."};
+inline constexpr MessageText RecordTakenWaiting{"Msg_RecordTakenWaiting", "Er wurde freigegeben und wartet wieder im Pool."};
+inline constexpr MessageText RecordTakenHandedOver{"Msg_RecordTakenHandedOver", "Er ist bereits übergeben (Status %1)."};
+inline constexpr MessageText ErrHomeFileWrite{"Msg_ErrHomeFileWrite", "Datei '%1' konnte nicht geschrieben werden."};
+inline constexpr MessageText ErrFolderCreate{"Msg_ErrFolderCreate", "Der Ordner '%1' kann nicht angelegt werden."};
+inline constexpr MessageText ErrHomeExists{"Msg_ErrHomeExists", "In '%1' gibt es bereits eine data.mdb. Mit --force wird sie neu angelegt (alle Datensätze gehen verloren)."};
+inline constexpr MessageText ErrImportValue{"Msg_ErrImportValue", "Datentypenkonvertierungsfehler in Zeile %1: der Wert '%2' passt nicht in das Feld '%3'."};
 // clang-format on
 } // namespace Msg
 

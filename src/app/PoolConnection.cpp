@@ -71,12 +71,10 @@ bool homeUsesPool() {
     return !homePoolUri().isEmpty();
 }
 
-QString poolUnreachableText(const QString& uri, const QString& reason) {
+VeridonError poolUnreachable(const QString& uri, const QString& reason) {
     QUrl url(uri);
     url.setPassword(QString());
-    return QStringLiteral("Der Server des gemeinsamen Belegpools (%1) antwortet nicht. Ihre Eingaben bleiben "
-                          "erhalten; versuchen Sie es gleich noch einmal.\n%2")
-        .arg(url.toString(), reason.trimmed());
+    return VeridonError(PoolUnreachableError, Msg::ErrPoolUnreachable, {url.toString(), reason.trimmed()});
 }
 
 namespace {
@@ -114,7 +112,7 @@ QSqlDatabase openPoolConnection(const QString& uri, const QString& name) {
     if (!reason.isEmpty()) {
         db = QSqlDatabase();
         QSqlDatabase::removeDatabase(name);
-        throw VeridonError(PoolUnreachableError, poolUnreachableText(uri, reason));
+        throw poolUnreachable(uri, reason);
     }
     return db;
 }
@@ -132,8 +130,7 @@ QSqlDatabase poolDatabase() {
     }
     const QString uri = homePoolUri();
     if (uri.isEmpty())
-        throw VeridonError(PoolUnreachableError,
-                           QStringLiteral("Dieser Arbeitsplatz ist mit keinem Belegpool verbunden."));
+        throw VeridonError(PoolUnreachableError, Msg::ErrNoPool);
     // Each connection gets a name of its own: the one dropped before may still be waiting for removal.
     const QString name = QStringLiteral("veridon-pool-%1-%2")
                              .arg(reinterpret_cast<quintptr>(QThread::currentThreadId()))
@@ -183,7 +180,7 @@ void throwPoolError(const QSqlQuery& failed) {
     const QSqlError error = failed.lastError();
     if (isConnectionLoss(error)) {
         dropPoolConnection(&failed);
-        throw VeridonError(PoolUnreachableError, poolUnreachableText(homePoolUri(), error.text()));
+        throw poolUnreachable(homePoolUri(), error.text());
     }
     throw VeridonError(ErrorNumber::SqlError, error.text());
 }

@@ -6,6 +6,8 @@
 // server goes away it is dropped and opened again by the next statement.
 #pragma once
 
+#include "Errors.h"
+
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -55,8 +57,8 @@ bool isConnectionLoss(const QSqlError& error);
 // connection dropped) when the connection is gone, the server's error otherwise.
 [[noreturn]] void throwPoolError(const QSqlQuery& failed);
 
-// The text shown when the server cannot be reached: what happened and that the work is kept.
-QString poolUnreachableText(const QString& uri, const QString& reason);
+// The failure reported when the server cannot be reached: what happened and that the work is kept.
+VeridonError poolUnreachable(const QString& uri, const QString& reason);
 
 // Opens a connection named name to uri with the session settings the dialect needs. Throws
 // VeridonError (PoolUnreachableError) when the server does not answer.

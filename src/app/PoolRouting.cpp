@@ -89,9 +89,6 @@ TableStore storeOfStatement(const QString& sql) {
     for (const QString& table : tablesOfStatement(sql))
         (storeOfTable(table) == TableStore::Pool ? pool : local) = true;
     if (local && pool)
-        throw VeridonError(MixedStatementError,
-                           QStringLiteral("Programmfehler: die Anweisung verbindet Tabellen der Arbeitsplatz-Datenbank "
-                                          "und des gemeinsamen Pools [%1]")
-                               .arg(sql));
+        throw VeridonError(MixedStatementError, Msg::ErrMixedStatement, {sql});
     return pool ? TableStore::Pool : TableStore::Local;
 }

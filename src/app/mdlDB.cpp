@@ -84,7 +84,7 @@ qint64 toWhole(const QVariant& value, qint64 lowest, qint64 highest) {
     case QMetaType::UShort: {
         const qint64 whole = value.toLongLong();
         if (whole < lowest || whole > highest)
-            throw VeridonError(ErrorNumber::Overflow, QStringLiteral("Überlauf"));
+            throw VeridonError(ErrorNumber::Overflow, Msg::ErrOverflow);
         return whole;
     }
     default: {
@@ -94,12 +94,12 @@ qint64 toWhole(const QVariant& value, qint64 lowest, qint64 highest) {
         text.replace(QLatin1Char(','), QLatin1Char('.'));
         number = text.toDouble(&ok);
         if (!ok)
-            throw VeridonError(ErrorNumber::TypeMismatch, QStringLiteral("Typen unverträglich"));
+            throw VeridonError(ErrorNumber::TypeMismatch, Msg::ErrTypeMismatch);
     }
     }
     const double rounded = std::nearbyint(number); // ties to even under the default rounding mode
     if (!(rounded >= double(lowest) && rounded <= double(highest)))
-        throw VeridonError(ErrorNumber::Overflow, QStringLiteral("Überlauf"));
+        throw VeridonError(ErrorNumber::Overflow, Msg::ErrOverflow);
     return qint64(rounded);
 }
 

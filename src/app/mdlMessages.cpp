@@ -121,12 +121,13 @@ void ReportRuntimeError(const QString& procedure, int number, const QString& des
     zvMsgBox(GetText(Msg::RuntimeErr, {name, QString::number(number), description}), MsgBox::Critical, QString());
 }
 
-namespace {
-
-// The detail of a failure the program described itself, in the current language: the language's
-// text for the error number ("Err_" + number) followed by the names and values the German
-// description quotes in apostrophes; the description itself when the language has no such text.
-QString runtimeErrorDetail(const VeridonError& error) {
+// The detail of a failure the program described itself, in the current language: its message when
+// it was described by one; else the language's text for the error number ("Err_" + number)
+// followed by the names and values the German description quotes in apostrophes, or the
+// description itself when the language has no such text.
+QString RuntimeErrorDetail(const VeridonError& error) {
+    if (error.message())
+        return GetText(*error.message(), error.values());
     if (error.origin() != VeridonError::Origin::Program)
         return error.description();
     const QString general = lookupText(QStringLiteral("Err_") + QString::number(error.number())).toString();
@@ -139,11 +140,9 @@ QString runtimeErrorDetail(const VeridonError& error) {
     return quoted.isEmpty() ? general : general + QStringLiteral(": ") + quoted.join(QStringLiteral(", "));
 }
 
-} // namespace
-
 void ReportRuntimeError(const QString& procedure, const std::exception& error) {
     if (const auto* v = dynamic_cast<const VeridonError*>(&error))
-        ReportRuntimeError(procedure, v->number(), runtimeErrorDetail(*v));
+        ReportRuntimeError(procedure, v->number(), RuntimeErrorDetail(*v));
     else
         ReportRuntimeError(procedure, ErrorNumber::InvalidArgument, QString::fromLocal8Bit(error.what()));
 }

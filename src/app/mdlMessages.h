@@ -4,6 +4,7 @@
 // zvMsgLog.txt in the home.
 #pragma once
 
+#include "Errors.h"
 #include "MessageIds.h"
 #include "MessagePresenter.h"
 
@@ -45,6 +46,8 @@ bool WriteLog(const QString& source, const QString& message);
 void ReportRuntimeError(const QString& procedure, int number, const QString& description);
 // The same for a caught exception.
 void ReportRuntimeError(const QString& procedure, const std::exception& error);
+// The description of error as the operator reads it, in the current language (see the .cpp).
+QString RuntimeErrorDetail(const VeridonError& error);
 
 // Runs body as one fallible procedure: a failure inside is reported under procedure's name and
 // the call returns false; earlier database changes stay.

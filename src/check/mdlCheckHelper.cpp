@@ -22,7 +22,7 @@ bool isDigits(QStringView text) {
 }
 
 VeridonError notANumber(const QString& text) {
-    return VeridonError(ErrorNumber::TypeMismatch, QStringLiteral("Typen unverträglich ('%1')").arg(text));
+    return VeridonError(ErrorNumber::TypeMismatch, Msg::ErrTypeMismatchValue, {text});
 }
 
 // A day count of Datum_Bereich: absent when blank, else a whole number.

@@ -5,6 +5,7 @@
 #include "app/Errors.h"
 #include "app/Home.h"
 #include "app/PoolConnection.h"
+#include "app/mdlMessages.h"
 #include "workflow/Workspace.h"
 
 namespace {
@@ -39,7 +40,7 @@ int runInit(CliContext& c) {
     } catch (const VeridonError& e) {
         if (e.number() != HomeExistsError)
             throw;
-        c.err << e.description() << '\n';
+        c.err << RuntimeErrorDetail(e) << '\n';
         return Exit::Usage;
     }
     c.out << "Home angelegt: " << homeDir() << (demo ? " (mit Demo-Daten)" : "") << '\n';

@@ -133,7 +133,7 @@ int main(int argc, char** argv) {
         code = command->run(context);
     } catch (const VeridonError& e) {
         out.flush();
-        err << "Fehler #" << e.number() << ": " << e.description() << '\n';
+        err << "Fehler #" << e.number() << ": " << RuntimeErrorDetail(e) << '\n';
         code = Exit::Failure;
     }
     // A run-time error that a procedure reported and got past (a record that could not be stored,

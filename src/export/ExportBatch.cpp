@@ -90,8 +90,7 @@ QByteArray appendExpLines(const QString& path, const QStringList& lines, const Q
             const qsizetype cut = existing.lastIndexOf("\r\n");
             existing.truncate(cut < 0 ? 0 : cut + 2);
             if (!file.resize(existing.size()))
-                throw VeridonError(ErrorNumber::DeviceIO,
-                                   QStringLiteral("Die Datei '%1' kann nicht gekürzt werden.").arg(path));
+                throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrFileTruncate, {path});
         }
         file.close();
     }
@@ -116,8 +115,7 @@ QByteArray appendExpLines(const QString& path, const QStringList& lines, const Q
 // hand, it costs a few per cent of a pass; a second read after the sync cost three times as much.
 void readBack(const QString& copy, const QByteArray& bytes) {
     if (!fileHolds(copy, bytes))
-        throw VeridonError(ErrorNumber::DeviceIO,
-                           QStringLiteral("Die Kopie '%1' stimmt nicht mit dem Original überein.").arg(copy));
+        throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrCopyDiffersOriginal, {copy});
 }
 
 } // namespace
@@ -137,22 +135,18 @@ ExportSettings ReadExportSettings(bool withTemplate) {
     ExportSettings s;
     const QString folder = setting<Setting::Export_Pfad>().trimmed();
     if (folder.isEmpty())
-        throw VeridonError(ErrorNumber::PathNotFound,
-                           QStringLiteral("Es ist kein Exportverzeichnis eingestellt (Export_Pfad)."));
+        throw VeridonError(ErrorNumber::PathNotFound, Msg::ErrNoExportFolder);
     s.exportFolder = withTrailingSlash(folder);
     if (withTemplate) {
         const QString path = homePath(QStringLiteral("default.xml"));
         QStringList lines;
         if (!readTextLines(path, lines))
-            throw VeridonError(ErrorNumber::FileNotFound,
-                               QStringLiteral("Die Vorlage '%1' kann nicht gelesen werden.").arg(path));
+            throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrTemplateRead, {path});
         for (const QString& line : std::as_const(lines))
             s.templateText += line + crlf;
         const QString problem = TemplateProblem(s.templateText);
         if (!problem.isEmpty())
-            throw VeridonError(
-                ErrorNumber::InvalidArgument,
-                QStringLiteral("Die Vorlage '%1' ist unbrauchbar: %2 Es wurde nichts exportiert.").arg(path, problem));
+            throw VeridonError(ErrorNumber::InvalidArgument, Msg::ErrTemplateUnusable, {path, problem});
     }
     // The program folder stands in for an unset image folder, as it was the working directory in
     // which a bare image name was found.
@@ -204,8 +198,7 @@ QByteArray ExportBatch::xmlOf(const Item& item, const ExportValues& values) cons
                      .arg(FileNameOf(item.xmlPath), dropped));
     QString problem;
     if (!IsWellFormedXml(text, &problem))
-        throw VeridonError(ErrorNumber::InvalidArgument,
-                           QStringLiteral("Die Datei '%1' wäre kein gültiges XML (%2).").arg(item.xmlPath, problem));
+        throw VeridonError(ErrorNumber::InvalidArgument, Msg::ErrInvalidXml, {item.xmlPath, problem});
     return encodeText(text);
 }
 
@@ -222,8 +215,7 @@ bool ExportBatch::writeAhead() {
             if (!item.fresh) {
                 QFile part(item.partPath);
                 if (!part.open(QIODevice::ReadOnly))
-                    throw VeridonError(ErrorNumber::FileNotFound,
-                                       QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(item.partPath));
+                    throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileRead, {item.partPath});
                 item.xml = part.readAll();
                 continue;
             }
@@ -245,7 +237,7 @@ bool ExportBatch::writeAhead() {
             try {
                 writeNewFileChecked(item.partPath, item.xml, Durability::Deferred, &sync);
             } catch (const VeridonError& e) {
-                throw VeridonError(e.number(), QString(e.description()).replace(item.partPath, item.xmlPath));
+                throw e.replaced(item.partPath, item.xmlPath);
             }
             written << item.partPath;
             raise = true;
@@ -309,8 +301,7 @@ void ExportBatch::keepCopies() {
             if (source.open(QIODevice::ReadOnly)) {
                 const QByteArray bytes = source.readAll();
                 if (source.error() != QFileDevice::NoError)
-                    throw VeridonError(ErrorNumber::DeviceIO,
-                                       QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(image));
+                    throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrFileRead, {image});
                 const QString copy = settings_.imageBackupFolder + item.bmpName;
                 writeFileChecked(copy, bytes, Durability::Deferred, &sync);
                 readBack(copy, bytes);
@@ -329,12 +320,9 @@ void ExportBatch::keepCopies() {
     // sync each must still be there whole before anything it keeps is removed.
     for (auto it = copies.cbegin(); it != copies.cend(); ++it)
         if (QFileInfo(it.key()).size() != it.value())
-            throw VeridonError(ErrorNumber::DeviceIO,
-                               QStringLiteral("Die Kopie '%1' ist unvollständig.").arg(it.key()));
+            throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrCopyIncomplete, {it.key()});
     if (!appended.isEmpty() && !fileEndsWith(settings_.expLines, appended))
-        throw VeridonError(
-            ErrorNumber::DeviceIO,
-            QStringLiteral("Die Datei '%1' enthält die angefügten Zeilen nicht.").arg(settings_.expLines));
+        throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrLinesMissing, {settings_.expLines});
 }
 
 void ExportBatch::finish(bool printing) {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ImportFile.h"
 
-#include <QCryptographicHash>
+#include "Sha256.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -120,10 +121,10 @@ bool fileIdentity(const QString& path, qint64& size, QString& sha256) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    if (!hash.addData(&file))
+    QByteArray digest;
+    if (!sha256Of(file, digest))
         return false;
     size = file.size();
-    sha256 = QString::fromLatin1(hash.result().toHex());
+    sha256 = QString::fromLatin1(digest.toHex());
     return true;
 }

@@ -53,6 +53,23 @@ bool misreadDateAt(QStringView text, qsizetype from) {
     return day >= 1 && day <= 31 && month >= 1 && month <= 12;
 }
 
+// text with each character case-folded: two texts compare equal without regard to case exactly
+// when their keys are equal.
+QString foldedKey(const QString& text) {
+    QString key = text;
+    for (QChar& c : key)
+        c = c.toCaseFolded();
+    return key;
+}
+
+// text with each character lower-cased as a Jet pattern's plain characters are compared.
+QString loweredKey(const QString& text) {
+    QString key = text;
+    for (QChar& c : key)
+        c = c.toLower();
+    return key;
+}
+
 } // namespace
 
 OcrRules OcrRules::load() {
@@ -81,9 +98,19 @@ QString applyOcrRules(const QVector<OcrRule>& rules, QString value) {
         return value;
     // Most rules find nothing in most values: looking first is much cheaper than a replace, which
     // builds a matcher each time.
-    for (const OcrRule& rule : rules)
-        if (!rule.search.isEmpty() && value.contains(rule.search, Qt::CaseSensitive))
+    for (const OcrRule& rule : rules) {
+        if (rule.search.size() == 1) {
+            // A single character, most rules: found and replaced without a string search.
+            if (!value.contains(rule.search.front()))
+                continue;
+            if (rule.replacement.size() == 1)
+                value.replace(rule.search.front(), rule.replacement.front());
+            else
+                value.replace(rule.search.front(), rule.replacement);
+        } else if (!rule.search.isEmpty() && value.contains(rule.search, Qt::CaseSensitive)) {
             value.replace(rule.search, rule.replacement, Qt::CaseSensitive);
+        }
+    }
     return value;
 }
 
@@ -153,21 +180,32 @@ QString SchneideDatumAus(const QString& text) {
     return text;
 }
 
+StateCodes::StateCodes(QStringList codes) : codes_(std::move(codes)) {
+    for (const QString& c : std::as_const(codes_)) {
+        ++folded_[foldedKey(c)];
+        ++lowered_[loweredKey(c)];
+    }
+}
+
 StateCodes StateCodes::load() {
-    StateCodes states;
+    QStringList codes;
     QSqlQuery q = execSql(QStringLiteral("SELECT State_ID FROM sysStates ORDER BY rowid"));
     while (q.next())
         if (!q.value(0).isNull())
-            states.codes_ << q.value(0).toString();
-    return states;
+            codes << q.value(0).toString();
+    return StateCodes(std::move(codes));
 }
 
 int StateCodes::countEqual(const QString& code) const {
-    int count = 0;
-    for (const QString& c : codes_)
-        if (c.compare(code, Qt::CaseInsensitive) == 0)
-            ++count;
-    return count;
+    return folded_.value(foldedKey(code));
+}
+
+bool StateCodes::anyMatching(const QString& pattern) const {
+    static const QString wildcards = QStringLiteral("*?#[");
+    for (const QChar c : pattern)
+        if (wildcards.contains(c))
+            return !matching(pattern).isEmpty();
+    return lowered_.contains(loweredKey(pattern));
 }
 
 QStringList StateCodes::matching(const QString& pattern) const {

@@ -4,6 +4,7 @@
 // (frame characters, the case of names, the gap between two fields, dates, state codes).
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -61,18 +62,24 @@ QString SchneideDatumAus(const QString& text);
 class StateCodes {
 public:
     // The codes given, in this order (the known states without a database).
-    explicit StateCodes(QStringList codes = {}) : codes_(std::move(codes)) {}
+    explicit StateCodes(QStringList codes = {});
     // Reads State_ID of every row in table order. Throws VeridonError when the table cannot be read.
     static StateCodes load();
     // Number of rows whose code equals code (without regard to case).
     int countEqual(const QString& code) const;
     // Codes of the rows that match the Jet pattern ("D?" -> every code beginning with D).
     QStringList matching(const QString& pattern) const;
+    // Whether any row's code matches the Jet pattern; the same as !matching(pattern).isEmpty().
+    bool anyMatching(const QString& pattern) const;
     // Codes of the rows whose code occurs in text (without regard to case).
     QStringList containedIn(const QString& text) const;
 
 private:
     QStringList codes_;
+    // Rows by code, so that the clean-up's lookups for every line need not walk every code: the
+    // key as a case-insensitive comparison sees it, and as a Jet pattern without wildcards does.
+    QHash<QString, int> folded_;
+    QHash<QString, int> lowered_;
 };
 
 // The state code in text, repaired against the known states: a text shorter than 2 characters is

@@ -15,6 +15,12 @@ void replaceFirst(QString& value, QLatin1StringView code, QStringView replacemen
 
 QVector<ResultPart> splitResultLine(const QString& line, const QString& separator, int maxParts) {
     QVector<ResultPart> parts;
+    splitResultLine(line, separator, maxParts, parts);
+    return parts;
+}
+
+void splitResultLine(const QString& line, const QString& separator, int maxParts, QVector<ResultPart>& parts) {
+    parts.clear();
     QStringView rest(line);
     while (!rest.isEmpty() && parts.size() < maxParts) {
         const qsizetype at = rest.indexOf(separator);
@@ -28,7 +34,6 @@ QVector<ResultPart> splitResultLine(const QString& line, const QString& separato
             parts.push_back({trimBlanks(rest.left(at)), false});
         rest = rest.mid(at + separator.size());
     }
-    return parts;
 }
 
 QString resolveEscapeCodes(const QString& value, bool& invalid) {

@@ -18,6 +18,8 @@ struct ResultPart {
 // trimmed of blanks; the part after the last separator is the rest of the line. An empty line gives
 // no parts, and a separator at the end of the line does not start another part.
 QVector<ResultPart> splitResultLine(const QString& line, const QString& separator, int maxParts);
+// The same into parts, whose memory is reused from line to line.
+void splitResultLine(const QString& line, const QString& separator, int maxParts, QVector<ResultPart>& parts);
 
 // value with the evaluation program's escape codes resolved, in the program's order, until none is
 // left: "\bf" and "\f" (unreadable character) become "?", "\w" (unmarked field) makes the whole

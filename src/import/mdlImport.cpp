@@ -55,6 +55,7 @@ struct ImportPlan {
     // One line's values being built, kept to reuse their memory.
     QVector<QString> texts;
     QVector<bool> present;
+    QVector<ResultPart> parts;
 };
 
 int columnIndex(const QVector<ColumnPlan>& columns, const QString& name) {
@@ -116,11 +117,7 @@ ImportPlan planImport(const QString& table, CardLineMapping mapping) {
 }
 
 [[noreturn]] void typeMismatch(const ColumnPlan& c, const QString& text, qint64 lineNumber) {
-    throw VeridonError(ErrorNumber::TypeMismatch,
-                       QStringLiteral("Datentypenkonvertierungsfehler in Zeile %1: der Wert '%2' passt nicht in das "
-                                      "Feld '%3'.")
-                           .arg(lineNumber)
-                           .arg(text, c.name));
+    throw VeridonError(ErrorNumber::TypeMismatch, Msg::ErrImportValue, {lineNumber, text, c.name});
 }
 
 bool parseNumber(const QString& text, double& number) {
@@ -141,12 +138,19 @@ QVariant storedValue(const ColumnPlan& c, const QString& text, qint64 lineNumber
     double number = 0;
     switch (c.type) {
     case DaoType::Integer:
-    case DaoType::Long:
+    case DaoType::Long: {
+        // A plain whole number in range, nearly every value, needs no decimal conversion.
+        bool ok = false;
+        const qint64 whole = t.toLongLong(&ok);
+        const qint64 limit = c.type == DaoType::Integer ? 32767 : 2147483647;
+        if (ok && whole >= -limit - 1 && whole <= limit)
+            return int(whole);
         try {
             return c.type == DaoType::Integer ? QVariant(int(ToInteger(t))) : QVariant(ToLong(t));
         } catch (const VeridonError&) {
             typeMismatch(c, text, lineNumber);
         }
+    }
     case DaoType::Boolean: {
         const QString word = t.toLower();
         if (word == QLatin1String("false") || word == QLatin1String("falsch") || word == QLatin1String("no") ||
@@ -181,7 +185,8 @@ QVariant storedValue(const ColumnPlan& c, const QString& text, qint64 lineNumber
 // Takes one line into a new row: its parts as the import stores them, then the card lines mapped
 // into the form's fields, the row waiting for correction (state 10) - written once.
 void importLine(ImportPlan& plan, const QString& line, const QString& separator, qint64 lineNumber) {
-    const QVector<ResultPart> parts = splitResultLine(line, separator, int(plan.columns.size()));
+    QVector<ResultPart>& parts = plan.parts;
+    splitResultLine(line, separator, int(plan.columns.size()), parts);
     bool invalid = false;
     for (int i = 0; i < plan.columns.size(); ++i) {
         const ColumnPlan& c = plan.columns[i];
@@ -201,14 +206,14 @@ void importLine(ImportPlan& plan, const QString& line, const QString& separator,
             stored = value;
             stored.replace(QLatin1Char(';'), QLatin1Char('.'));
         }
-        stored = applyOcrRules(c.rules, stored);
+        stored = applyOcrRules(c.rules, std::move(stored));
         // The field definition's length wins over both steps before.
         if (c.length != NoFieldLength && value.size() > c.length)
             stored = value.left(c.length);
         // A replacement rule must not make a value longer than its column holds.
         if (c.size > 0 && stored.size() > c.size)
             stored.truncate(c.size);
-        plan.texts[i] = stored;
+        plan.texts[i] = std::move(stored);
     }
 
     CardLineMapping::Raw raw;
@@ -232,8 +237,14 @@ void importLine(ImportPlan& plan, const QString& line, const QString& separator,
 
     for (int i = 0; i < plan.columns.size(); ++i) {
         const ColumnPlan& c = plan.columns[i];
-        if (c.bindPosition >= 0)
-            plan.insert->bind(c.bindPosition, plan.present[i] ? storedValue(c, plan.texts[i], lineNumber) : QVariant());
+        if (c.bindPosition < 0)
+            continue;
+        if (!plan.present[i])
+            plan.insert->bind(c.bindPosition, QVariant());
+        else if (c.type == DaoType::Text || c.type == DaoType::Memo)
+            plan.insert->bindText(c.bindPosition, plan.texts[i]);
+        else
+            plan.insert->bind(c.bindPosition, storedValue(c, plan.texts[i], lineNumber));
     }
     plan.insert->exec();
     if (invalid)
@@ -403,8 +414,7 @@ int ImportZVBWerte(const QString& path) {
         qint64 size = 0;
         QString sha256;
         if (!fileIdentity(temp, size, sha256))
-            throw VeridonError(ErrorNumber::FileNotFound,
-                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+            throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileRead, {temp});
         // An empty file adds nothing, so it may come any number of times.
         if (size > 0) {
             ensureImportedFilesTable();
@@ -430,8 +440,7 @@ int ImportZVBWerte(const QString& path) {
         }
         TextLineReader lines;
         if (!lines.open(temp))
-            throw VeridonError(ErrorNumber::FileNotFound,
-                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+            throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileRead, {temp});
         Progress& progress = appProgress();
         qint64 n = 0;
         QString line;
@@ -448,8 +457,7 @@ int ImportZVBWerte(const QString& path) {
         }
         show();
         if (lines.failed())
-            throw VeridonError(ErrorNumber::DeviceIO,
-                               QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(temp));
+            throw VeridonError(ErrorNumber::DeviceIO, Msg::ErrFileRead, {temp});
         progress.finished();
         lineCount = n;
         plan.insert.reset();

@@ -95,7 +95,7 @@ Fields mapRow(const Context& c, const RawRow& raw) {
     // A state that no known code fits is read again from T5_L1, the heading line in which the
     // reader finds the state code a second time. A card of layout 4 leaves that line empty, so its
     // unreadable state becomes empty and the checks ask the operator for it.
-    if (c.states.matching(f[STATE]).isEmpty())
+    if (!c.states.anyMatching(f[STATE]))
         f[STATE] = stateFrom(c, raw[T5_L1]);
     return f;
 }

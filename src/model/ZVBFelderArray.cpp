@@ -13,8 +13,7 @@ namespace {
 qint16 required(const QSqlQuery& q, int column, const QString& fieldName) {
     const QVariant v = q.value(column);
     if (v.isNull())
-        throw VeridonError(94, QStringLiteral("Unzulässige Verwendung von Null (Feld '%1', Spalte '%2')")
-                                   .arg(fieldName, q.record().fieldName(column)));
+        throw VeridonError(94, Msg::ErrNullField, {fieldName, q.record().fieldName(column)});
     return ToInteger(v);
 }
 
@@ -30,7 +29,7 @@ void ZVBFelderArray::Fill() {
         while (q.next()) {
             FieldDefinition f;
             if (q.value(0).isNull())
-                throw VeridonError(94, QStringLiteral("Unzulässige Verwendung von Null (VarName)"));
+                throw VeridonError(94, Msg::ErrNullVarName);
             f.name = q.value(0).toString();
             f.t4x = required(q, 1, f.name);
             f.t4y = required(q, 2, f.name);

@@ -59,7 +59,7 @@ QVariant dateValue(const QString& text) {
             dt = QDateTime(d, t.size() > 10 ? QTime::fromString(t.mid(11), QStringLiteral("HH:mm:ss")) : QTime(0, 0));
     }
     if (!dt.isValid())
-        throw VeridonError(ErrorNumber::TypeMismatch, QStringLiteral("Typen unverträglich ('%1')").arg(text));
+        throw VeridonError(ErrorNumber::TypeMismatch, Msg::ErrTypeMismatchValue, {text});
     return dt.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 

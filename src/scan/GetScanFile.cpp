@@ -38,7 +38,7 @@ QString GetScanFile() {
                    hex(n).rightJustified(4, QLatin1Char('0')) + QStringLiteral(".tif");
         // The counter is a 16-bit number in the settings row; past its end there is no next name.
         if (n >= 32767)
-            throw VeridonError(ErrorNumber::Overflow, QStringLiteral("Überlauf"));
+            throw VeridonError(ErrorNumber::Overflow, Msg::ErrOverflow);
         ++n;
     } while (QFileInfo::exists(name) && hex(n).size() <= 4);
 

@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStatusBar>
 
 namespace {
@@ -84,10 +85,21 @@ void ScanActions::setControlsEnabled(bool on) {
         a->setEnabled(on);
 }
 
+// The sequence processes events while pages come in and while the evaluation runs; a click
+// arriving inside it starts no second one.
 void ScanActions::scanPages() {
-    std::unique_ptr<Scanner> scanner = makeScanner();
-    WindowScanObserver observer(window_, *scanner, [this](bool on) { setControlsEnabled(on); });
-    const ScanRun run = RunScanSequence(*scanner, {}, observer);
+    if (running_) {
+        QApplication::beep();
+        return;
+    }
+    ScanRun run;
+    {
+        running_ = true;
+        const auto done = qScopeGuard([this] { running_ = false; });
+        std::unique_ptr<Scanner> scanner = makeScanner();
+        WindowScanObserver observer(window_, *scanner, [this](bool on) { setControlsEnabled(on); });
+        run = RunScanSequence(*scanner, {}, observer);
+    }
     if (run.imported)
         showNext_();
 }

@@ -25,6 +25,9 @@ public:
     QAction* const select;
     QAction* const settings;
 
+    // Whether the scan sequence is running (it processes events meanwhile).
+    bool running() const { return running_; }
+
 private:
     void scanPages();
     void selectScanner();
@@ -34,4 +37,5 @@ private:
     QMainWindow* window_;
     QPushButton* button_;
     std::function<void()> showNext_;
+    bool running_ = false;
 };

@@ -145,8 +145,12 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     }
     connectKeys();
 
+    // While the scan sequence runs the look-out (its timer and F5) takes nothing: the sequence
+    // empties a workstation's own pool before it imports, and on a shared pool the first new
+    // record would replace a record taken meanwhile on screen while it stayed held.
     lookout_ = new RecordLookout(
-        this, waitingText_, todaysWork_, [this] { return current_ >= 0; }, [this] { takeAndShowNext(); });
+        this, waitingText_, todaysWork_, [this] { return current_ >= 0 || scan_->running(); },
+        [this] { takeAndShowNext(); });
     exports_ = new ExportQueue(this);
 
     resize(760, 520);

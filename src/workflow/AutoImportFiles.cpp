@@ -18,10 +18,7 @@
 namespace {
 
 VeridonError typeMismatch(int line, const QString& value, const ColumnInfo& column) {
-    return VeridonError(ErrorNumber::TypeMismatch,
-                        QStringLiteral("Zeile %1: Der Wert '%2' passt nicht in das Feld '%3' (Typen unverträglich).")
-                            .arg(line)
-                            .arg(value, column.name));
+    return VeridonError(ErrorNumber::TypeMismatch, Msg::ErrAutoImportValue, {line, value, column.name});
 }
 
 // A piece of a line as the value of column: texts cut to the column's size, other types converted
@@ -95,8 +92,7 @@ QVector<ColumnInfo> targetColumns(const QString& table) {
 QStringList readLines(const QString& path) {
     QStringList lines;
     if (!readTextLines(path, lines))
-        throw VeridonError(ErrorNumber::FileNotFound,
-                           QStringLiteral("Die Datei '%1' kann nicht gelesen werden.").arg(path));
+        throw VeridonError(ErrorNumber::FileNotFound, Msg::ErrFileRead, {path});
     return lines;
 }
 
@@ -158,12 +154,8 @@ int auto_standard(const QString& path, const QString& table, const QString& sepa
                 progress.status(QStringLiteral("Importiere Datensatz: ") + QString::number(rows + 1));
                 const QStringList pieces = separator.isEmpty() ? QStringList{line} : line.split(separator);
                 if (pieces.size() > columns.size())
-                    throw VeridonError(ErrorNumber::ColumnMissing,
-                                       QStringLiteral("Zeile %1 hat %2 Felder, die Tabelle '%3' nur %4 Spalten.")
-                                           .arg(lineNo)
-                                           .arg(pieces.size())
-                                           .arg(table)
-                                           .arg(columns.size()));
+                    throw VeridonError(ErrorNumber::ColumnMissing, Msg::ErrTooManyFields,
+                                       {lineNo, pieces.size(), table, columns.size()});
                 indexes.clear();
                 values.clear();
                 for (int i = 0; i < pieces.size(); ++i) {
@@ -209,10 +201,7 @@ int auto_FesteBreite(const QString& path, const QString& table, qint32 layoutId,
                 }
             }
             if (layout.isEmpty())
-                throw VeridonError(ErrorNumber::InvalidArgument,
-                                   QStringLiteral("Für das Format %1 sind in zvbAutoImport_Spezifikation keine Felder "
-                                                  "angelegt.")
-                                       .arg(layoutId));
+                throw VeridonError(ErrorNumber::InvalidArgument, Msg::ErrNoLayoutFields, {layoutId});
             const QStringList lines = readLines(path);
             Inserter inserter(table, columns);
             QVariantList values;

@@ -47,8 +47,7 @@ void installTree(const QString& from, const QString& to, bool overwrite) {
             ok = QFile::copy(source, target);
         }
         if (!ok)
-            throw VeridonError(ErrorNumber::PathNotFound,
-                               QStringLiteral("Datei '%1' konnte nicht geschrieben werden.").arg(target));
+            throw VeridonError(ErrorNumber::PathNotFound, Msg::ErrHomeFileWrite, {target});
     }
 }
 
@@ -64,17 +63,12 @@ namespace {
 // Makes folder the home and removes an existing data.mdb when force allows it.
 void prepareHomeFolder(const QString& folder, bool force) {
     if (!QDir().mkpath(folder))
-        throw VeridonError(ErrorNumber::PathNotFound,
-                           QStringLiteral("Der Ordner '%1' kann nicht angelegt werden.").arg(folder));
+        throw VeridonError(ErrorNumber::PathNotFound, Msg::ErrFolderCreate, {folder});
     setHome(folder);
     const QString dbPath = homePath(QStringLiteral("data.mdb"));
     if (QFileInfo::exists(dbPath)) {
         if (!force)
-            throw VeridonError(
-                HomeExistsError,
-                QStringLiteral("In '%1' gibt es bereits eine data.mdb. Mit --force wird sie neu angelegt "
-                               "(alle Datensätze gehen verloren).")
-                    .arg(homeDir()));
+            throw VeridonError(HomeExistsError, Msg::ErrHomeExists, {homeDir()});
         closeDatabase();
         for (const char* suffix : {"", "-wal", "-shm"})
             QFile::remove(dbPath + QLatin1String(suffix));

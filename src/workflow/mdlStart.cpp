@@ -21,7 +21,7 @@ void reportStartFailure(const std::exception& error) {
     QString description = QString::fromLocal8Bit(error.what());
     if (const auto* v = dynamic_cast<const VeridonError*>(&error)) {
         number = v->number();
-        description = v->description();
+        description = RuntimeErrorDetail(*v);
     }
     messagePresenter().show(GetText(Msg::RuntimeErr, {QStringLiteral("MAIN()"), number, description}), MsgBox::Critical,
                             productName());
@@ -55,7 +55,7 @@ void LoadColours() {
         QString description = QString::fromLocal8Bit(e.what());
         if (const auto* v = dynamic_cast<const VeridonError*>(&e)) {
             number = v->number();
-            description = v->description();
+            description = RuntimeErrorDetail(*v);
         }
         ShowMessage(Msg::ColorDefaults, MsgBox::Information, {number, description});
         loaded = FieldColours();

@@ -76,18 +76,14 @@ void holdOwnRecord(qint32 n, qint16 korrId) {
     qint16 holder = 0;
     QString now;
     if (!RecordState(n, status, holder))
-        now = QStringLiteral("Er ist inzwischen gelöscht.");
+        now = GetText(Msg::RecordTakenDeleted);
     else if (status == WorkflowStatus::InCorrection)
-        now = QStringLiteral("Er wurde freigegeben und wird jetzt am Arbeitsplatz %1 bearbeitet.").arg(holder);
+        now = GetText(Msg::RecordTakenElsewhere, {holder});
     else if (status == WorkflowStatus::Waiting)
-        now = QStringLiteral("Er wurde freigegeben und wartet wieder im Pool.");
+        now = GetText(Msg::RecordTakenWaiting);
     else
-        now = QStringLiteral("Er ist bereits übergeben (Status %1).").arg(status);
-    throw VeridonError(RecordTakenError,
-                       QStringLiteral("Beleg %1 gehört nicht mehr zu diesem Arbeitsplatz. %2 Er wurde weder "
-                                      "übergeben noch verworfen; Ihre Eingaben daran sind nicht gespeichert.")
-                           .arg(n)
-                           .arg(now));
+        now = GetText(Msg::RecordTakenHandedOver, {status});
+    throw VeridonError(RecordTakenError, Msg::ErrRecordTaken, {n, now});
 }
 
 } // namespace

@@ -72,4 +72,43 @@ TEST(CommandLine, help_lists_the_commands) {
     EXPECT_EQ(runCli({"--version"}).out, "veridon-cli 0.1.0\n");
 }
 
+// The detail of a run-time error reads in the language chosen in the options, as the operator sees
+// it: a value that does not fit while importing, a missing export folder, a home that exists.
+TEST(CommandLine, run_time_errors_read_in_the_chosen_language) {
+    struct Case {
+        const char* language;
+        QString badValue, noExportFolder, homeExists;
+    };
+    const Case cases[] = {
+        {"EN", "#13: Data type conversion error in line 2: the value '1O' does not fit the field 'BMOffsetX'.",
+         "#76: No export folder is set (Export_Pfad).", "already holds a data.mdb. With --force it is created anew"},
+        {"DE", "#13: Datentypenkonvertierungsfehler in Zeile 2: der Wert '1O' passt nicht in das Feld 'BMOffsetX'.",
+         "#76: Es ist kein Exportverzeichnis eingestellt (Export_Pfad).",
+         "gibt es bereits eine data.mdb. Mit --force wird sie neu angelegt"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.language);
+        TempHome home;
+        const QString dir = home.dir();
+        ASSERT_EQ(runCli({"--home", dir, "sql",
+                          QString("UPDATE zvbSys SET APP_Language='%1', Export_Pfad=''").arg(c.language)})
+                      .exitCode,
+                  0);
+        const QString file = home.writeFile("import/zvscan.txt", "31901001.tif;15.11.2026;4;0;0;X;AT;Huber\r\n"
+                                                                 "31901002.tif;15.11.2026;4;1O;0;X;NL\r\n");
+        const CliRun imported = runCli({"--home", dir, "import", file});
+        EXPECT_EQ(imported.exitCode, 1);
+        EXPECT_TRUE(imported.err.contains(c.badValue)) << imported.err.toStdString();
+
+        runCli({"--home", dir, "sql", "UPDATE zvbWerte SET Workflow_Status=40, Neuimport=false"});
+        const CliRun exported = runCli({"--home", dir, "export"});
+        EXPECT_EQ(exported.exitCode, 1);
+        EXPECT_TRUE(exported.err.contains(c.noExportFolder)) << exported.err.toStdString();
+
+        const CliRun init = runCli({"--home", dir, "init"});
+        EXPECT_EQ(init.exitCode, 2);
+        EXPECT_TRUE(init.err.contains(c.homeExists)) << init.err.toStdString();
+    }
+}
+
 } // namespace

@@ -2,10 +2,13 @@
 // The import file's way: separator, temporary file, backup copy, a stale temporary file, a file
 // that cannot be moved, and what stays when the clean-up or the import itself fails.
 
+#include "import/ImportFile.h"
 #include "ImportFixture.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
@@ -180,6 +183,27 @@ TEST_F(ImportFile, run_time_error_keeps_the_rows_read_so_far_for_the_next_import
     EXPECT_EQ(rowCount("Neuimport=false AND Workflow_Status=10"), 2);
     EXPECT_EQ(text(1, "NACHNAME"), "Huber");
     EXPECT_TRUE(exists("import/zvscan.tmp.261115-103000"));
+}
+
+// A wrong digest would let an imported file in again or keep a new one out: the identity must be
+// the standard SHA-256 at every length the padding treats apart and across the reading chunks.
+TEST(ImportFileIdentity, is_the_size_and_the_standard_sha256_of_the_content) {
+    QTemporaryDir folder;
+    for (const qint64 size : {0, 1, 55, 56, 63, 64, 65, 119, 120, 128, (1 << 20) + 77}) {
+        QByteArray content(size, Qt::Uninitialized);
+        for (qint64 i = 0; i < size; ++i)
+            content[i] = char((i * 2654435761U) >> 13);
+        const QString path = folder.filePath(QString::number(size));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == size);
+        file.close();
+        qint64 readSize = -1;
+        QString sha256;
+        ASSERT_TRUE(fileIdentity(path, readSize, sha256));
+        EXPECT_EQ(readSize, size);
+        EXPECT_EQ(sha256, QString::fromLatin1(QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex()))
+            << size;
+    }
 }
 
 } // namespace
