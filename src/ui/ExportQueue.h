@@ -22,6 +22,8 @@ public:
     // Runs the pass asked for at once (as leaving does); nothing when none was asked for or a pass
     // is running.
     void runNow();
+    // Whether a pass is running (it processes events meanwhile).
+    bool running() const { return running_; }
 
 private:
     QTimer* timer_;

@@ -68,11 +68,12 @@ QAction* menuItem(QObject* parent, const char* name, const char* text) {
 
 } // namespace
 
-ScanActions::ScanActions(QMainWindow* window, QPushButton* button, std::function<void()> showNext)
+ScanActions::ScanActions(QMainWindow* window, QPushButton* button, std::function<void()> showNext,
+                         std::function<bool()> readyToScan)
     : QObject(window), scan(menuItem(window, "mpScannen", "&Scannen")),
       select(menuItem(window, "mpScannerSelect", "Scanner &auswählen...")),
       settings(menuItem(window, "mpScannerSettings", "Scanner&einstellungen...")), window_(window), button_(button),
-      showNext_(std::move(showNext)) {
+      showNext_(std::move(showNext)), readyToScan_(std::move(readyToScan)) {
     connect(button_, &QPushButton::clicked, this, &ScanActions::scanPages);
     connect(scan, &QAction::triggered, this, &ScanActions::scanPages);
     connect(select, &QAction::triggered, this, &ScanActions::selectScanner);
@@ -88,7 +89,7 @@ void ScanActions::setControlsEnabled(bool on) {
 // The sequence processes events while pages come in and while the evaluation runs; a click
 // arriving inside it starts no second one.
 void ScanActions::scanPages() {
-    if (running_) {
+    if (running_ || !readyToScan_()) {
         QApplication::beep();
         return;
     }

@@ -17,8 +17,11 @@ class ScanActions : public QObject {
 
 public:
     // window: the main window (owner of the dialogs and of the three menu items); button: its scan
-    // button; showNext: takes and shows the next record after an import.
-    ScanActions(QMainWindow* window, QPushButton* button, std::function<void()> showNext);
+    // button; showNext: takes and shows the next record after an import; readyToScan: called
+    // before a scan starts, false refuses it (a local pool is emptied before the import, so what
+    // was handed over must have left first).
+    ScanActions(QMainWindow* window, QPushButton* button, std::function<void()> showNext,
+                std::function<bool()> readyToScan);
 
     // The menu items, for the window's menu and tool bar.
     QAction* const scan;
@@ -37,5 +40,6 @@ private:
     QMainWindow* window_;
     QPushButton* button_;
     std::function<void()> showNext_;
+    std::function<bool()> readyToScan_;
     bool running_ = false;
 };

@@ -102,7 +102,16 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent) {
     buildButtons();
     fields_ = new FieldNavigator(this, datensatz_, fieldNames(), buttonOK_);
     viewer_ = new ViewerLink(this, *fields_);
-    scan_ = new ScanActions(this, buttonScannen_, [this] { takeAndShowNext(); });
+    // A hand-over's export pass runs before a scan empties the local pool; a click while the pass
+    // is running (it processes events) starts no scan.
+    scan_ = new ScanActions(
+        this, buttonScannen_, [this] { takeAndShowNext(); },
+        [this] {
+            if (exports_->running())
+                return false;
+            exports_->runNow();
+            return true;
+        });
     auto* left = new QVBoxLayout;
     left->addWidget(datensatz_);
     auto* info = new QHBoxLayout;

@@ -126,7 +126,7 @@ TEST_F(HandOverWindow, f2_at_the_end_of_a_record_follows_wie_weit_suchen) {
 TEST_F(HandOverWindow, leaving_right_after_ok_exports_the_record_before_the_program_ends) {
     const qint32 record = insertDemoRecords(1).first();
     open();
-    QTest::mouseClick(okButton(), Qt::LeftButton);
+    QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
     ASSERT_EQ(workflowOf(record), "40/0") << "saved, its export pass still queued";
     // Closed before the event loop turns again: the queued pass must not be lost with the window.
     window->close();
@@ -140,7 +140,7 @@ TEST_F(HandOverWindow, leaving_right_after_ok_exports_the_record_before_the_prog
 TEST_F(HandOverWindow, DISABLED_hands_over_and_waits_to_be_killed) {
     const qint32 record = insertDemoRecords(1).first();
     open();
-    QTest::mouseClick(okButton(), Qt::LeftButton);
+    QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
     std::printf("saved %s\n", qPrintable(workflowOf(record) == "40/0" ? home.dir() : QString()));
     std::fflush(stdout);
     std::getchar(); // no event loop turns: the export pass never starts
