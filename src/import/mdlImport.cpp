@@ -288,19 +288,21 @@ bool takeAlternativesFile(const QString& path, const QString& altTemp) {
     return false;
 }
 
-// Copies the alternatives file beside the result file's copy. False when a copy was wanted and
-// failed: the file then stays, as its result file would.
-bool backupAlternativesFile(const QString& path, const QString& altTemp) {
+// Copies source into the backup folder for import data as name plus the backup time stamp, under a
+// name no other copy has. True when the copy is whole or none is wanted (backups off, or no backup
+// folder set); false when one was wanted and failed, the reason logged: the file must then stay.
+bool copyIntoImportBackup(const QString& source, const QString& name) {
     try {
         if (!IsBackupEnabled())
             return true;
         const QString folder = GetBackupDir(BackupKind::ImportData, true);
+        // Without a backup folder set there is nothing to copy to; a folder that is set but cannot
+        // be made is a failure.
         if (folder.isEmpty())
             return setting<Setting::Backup_Pfad>().trimmed().isEmpty();
-        const QString target = unusedFileName(folder, QFileInfo(alternativesFileName(path)).fileName() +
-                                                          QLatin1Char('_') + GetBackupTimestamp());
+        const QString target = unusedFileName(folder, name + QLatin1Char('_') + GetBackupTimestamp());
         QString problem;
-        if (copyFileChecked(altTemp, target, problem))
+        if (copyFileChecked(source, target, problem))
             return true;
         WriteLog(procedureName(), QStringLiteral("Sicherungskopie '%1' nicht geschrieben: %2").arg(target, problem));
     } catch (const std::exception&) {
@@ -308,30 +310,10 @@ bool backupAlternativesFile(const QString& path, const QString& altTemp) {
     return false;
 }
 
-// Copies the import file into the backup folder under a name no other copy has. Returns false
-// when a copy was wanted and could not be made whole: the file must then stay where it is.
+// Copies the import file into the backup folder; the operator hears of a copy that failed.
 bool backupImportFile(const QString& path, const QString& temp) {
-    try {
-        if (!IsBackupEnabled())
-            return true;
-        const QString folder = GetBackupDir(BackupKind::ImportData, true);
-        if (folder.isEmpty()) {
-            // Without a backup folder set there is nothing to copy to; a folder that is set but
-            // cannot be made is a failure the operator hears of.
-            if (!setting<Setting::Backup_Pfad>().trimmed().isEmpty()) {
-                ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
-                return false;
-            }
-            return true;
-        }
-        const QString target =
-            unusedFileName(folder, QFileInfo(path).fileName() + QLatin1Char('_') + GetBackupTimestamp());
-        QString problem;
-        if (copyFileChecked(temp, target, problem))
-            return true;
-        WriteLog(procedureName(), QStringLiteral("Sicherungskopie '%1' nicht geschrieben: %2").arg(target, problem));
-    } catch (const std::exception&) {
-    }
+    if (copyIntoImportBackup(temp, QFileInfo(path).fileName()))
+        return true;
     ShowMessage(Msg::ImportBackup, MsgBox::Exclamation);
     return false;
 }
@@ -399,11 +381,16 @@ int ImportZVBWerte(const QString& path) {
     }
     const bool alternatives = takeAlternativesFile(path, altTemp);
     bool altCopied = true;
+    bool copied = true;
+    // The alternatives file is copied beside its result file's copy and stays with it on failure.
+    const auto backUp = [&] {
+        copied = backupImportFile(path, temp);
+        altCopied = !alternatives || copyIntoImportBackup(altTemp, QFileInfo(alternativesFileName(path)).fileName());
+    };
 
     const QString table = GetValuesTable();
     qint64 lineCount = 0;
     bool cleaned = false;
-    bool copied = true;
     QString alreadyImported;
     std::optional<Transaction> transaction;
     // Rows of this import have numbers above this one: the table's numbers only ever grow, and the
@@ -428,8 +415,7 @@ int ImportZVBWerte(const QString& path) {
         // has always meant.
         std::optional<CardLineMapping> mapping;
         if (!RunReported(QStringLiteral("ImportNachbearbeitung"), [&] { mapping = CardLineMapping::load(); })) {
-            copied = backupImportFile(path, temp);
-            altCopied = !alternatives || backupAlternativesFile(path, altTemp);
+            backUp();
             execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true"));
             return;
         }
@@ -462,8 +448,7 @@ int ImportZVBWerte(const QString& path) {
         lineCount = n;
         plan.insert.reset();
 
-        copied = backupImportFile(path, temp);
-        altCopied = !alternatives || backupAlternativesFile(path, altTemp);
+        backUp();
         // Rows an earlier import left waiting after a failure are cleaned and committed with these.
         if (ImportNachbearbeitung() < 1) {
             execSql(QStringLiteral("DELETE * FROM ") + table + QStringLiteral(" WHERE [Neuimport] = true OR LfdNr>?"),

@@ -10,6 +10,7 @@
 #include "app/Database.h"
 #include "app/Errors.h"
 #include "app/Home.h"
+#include "app/PoolConnection.h"
 #include "app/Progress.h"
 #include "app/Settings.h"
 #include "app/mdlDB.h"
@@ -23,11 +24,6 @@
 #include <QSqlQuery>
 
 namespace {
-
-// A pool on a server is shared by every workstation: one workstation's scan must not empty it.
-bool sharedPool() {
-    return setting<Setting::APP_ServerDB>().startsWith(QLatin1String("postgresql:"), Qt::CaseInsensitive);
-}
 
 // The command line's source word as one of the device's choices; empty when it has none such.
 QString sourceChoice(Scanner& scanner, const QString& word) {
@@ -125,6 +121,16 @@ void acquire(Scanner& scanner, const ScanRequest& request, ScanObserver& observe
 
 } // namespace
 
+int EmptyPoolForScan() {
+    // A pool on a server is shared by every workstation: one workstation's scan must not empty it.
+    if (homeUsesPool())
+        return 0;
+    const int deleted =
+        execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
+    DeleteOrphanAlternatives();
+    return deleted;
+}
+
 QString evaluationProgram() {
     const QString inHome = homePath(QStringLiteral("zvscan"));
     if (QFileInfo(inHome).isExecutable())
@@ -148,10 +154,7 @@ void evaluateAndImport(ScanObserver& observer, ScanRun& run) {
     run.evaluated = true;
 
     RunReported(QStringLiteral("buttonScannen_Click"), [&] {
-        if (!sharedPool()) {
-            execSql(QStringLiteral("DELETE * FROM zvbWerte;"));
-            DeleteOrphanAlternatives();
-        }
+        EmptyPoolForScan();
         const QString resultFile = setting<Setting::Import_Datei>();
         if (!QFileInfo::exists(resultFile))
             return;

@@ -56,5 +56,11 @@ struct ScanRun {
 // Failures inside are reported to the operator; the result says how far the sequence came.
 ScanRun RunScanSequence(Scanner& scanner, const ScanRequest& request, ScanObserver& observer);
 
+// The emptying step of a scan before its batch is imported: a pool that only this workstation uses
+// is emptied completely, whatever states its records are in; a shared pool is never emptied, so
+// the batch is added to the records other workstations are working on. Returns the number of
+// records deleted. Throws VeridonError when the database fails.
+int EmptyPoolForScan();
+
 // The evaluation program's path: "zvscan" in the home when it is there, else beside this program.
 QString evaluationProgram();

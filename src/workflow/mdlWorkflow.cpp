@@ -4,7 +4,6 @@
 #include "admin/OperatorStats.h"
 #include "app/CheckedFile.h"
 #include "app/Database.h"
-#include "app/PoolConnection.h"
 #include "app/mdlBackup.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -283,15 +282,6 @@ bool ConfirmLeave(qint32 n) {
     if (n < 0)
         return true;
     return ShowMessage(Msg::AskAppExit, MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2) == MsgBox::Yes;
-}
-
-int EmptyPoolForScan() {
-    if (homeUsesPool())
-        return 0;
-    const int deleted =
-        execSql(QStringLiteral("DELETE * FROM ") + GetValuesTable() + QLatin1Char(';')).numRowsAffected();
-    DeleteOrphanAlternatives();
-    return deleted;
 }
 
 int DeleteUnreferencedImages() {

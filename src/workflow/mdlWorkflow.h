@@ -104,12 +104,6 @@ bool CompleteHandOver(qint32 number);
 // on screen (number < 0).
 bool ConfirmLeave(qint32 number);
 
-// The emptying step of a scan before its batch is imported: a pool that only this workstation uses
-// is emptied completely, whatever states its records are in; a shared pool is never emptied, so
-// the batch is added to the records other workstations are working on. Returns the number of
-// records deleted. Throws VeridonError when the database fails.
-int EmptyPoolForScan();
-
 // The image folder's clean-up when the program ends: deletes every "*.tif" file of the image folder
 // that no record of zvbWerte names (in any state, held by any workstation), one by one, and returns
 // how many were deleted. The images of waiting records and of records another workstation holds

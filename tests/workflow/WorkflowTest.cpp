@@ -8,6 +8,7 @@
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
 #include "model/ImageFiles.h"
+#include "scan/ScanSequence.h"
 #include "workflow/mdlWorkflow.h"
 
 #include <QFileInfo>
