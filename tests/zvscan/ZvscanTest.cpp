@@ -41,13 +41,6 @@ int run(const QString& program, const QStringList& args, QString* output = nullp
 
 class ZvscanTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        for (const char* folder : {"scan", "images", "import"})
-            QDir().mkpath(home_.path(folder));
-        SetSysValue("Scan_Pfad", home_.path("scan"));
-        SetSysValue("Import_Datei", home_.path("import/zvscan.txt"));
-        SetSysValue("APP_Bildpfad", home_.path("images"));
-    }
     // Puts the form of card c into the scan folder as a sloppy feed and the scanner leave it: moved on
     // a white sheet, with ink blots (filled rectangles) over it, a bitonal group 4 TIFF at 200 dpi.
     void scanPage(const QString& name, const Card& c, const QList<QRect>& blots = {}) {
