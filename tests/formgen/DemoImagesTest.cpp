@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// The demo form pages: every value lies inside its field's region, the TIFF writer stores a page as
-// a group 4 scan at 200 dpi that reads back pixel for pixel, and the committed images that
-// `init --demo` installs are the generator's current output.
+// The demo form pages: each form field is drawn in the region its definition in a new home gives,
+// every value lies inside its region, the TIFF writer stores a page as a group 4 scan at 200 dpi
+// that reads back pixel for pixel, and the committed images that `init --demo` installs are the
+// generator's current output.
 #include "DemoForms.h"
 #include "FormRenderer.h"
-#include "TempHome.h"
+#include "HomeTest.h"
 #include "TiffWriter.h"
+#include "model/ZVBFelderArray.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -40,6 +42,33 @@ QList<DemoForm> demoForms() {
     const QList<DemoForm> forms = readDemoForms(formsFile, &error);
     EXPECT_TRUE(error.isEmpty()) << error.toStdString();
     return forms;
+}
+
+using FormLayoutDefinitions = HomeTest;
+
+// The form fields are the definitions with a place in the record's status string; each is drawn in
+// both layouts in the region its definition gives for that layout.
+TEST_F(FormLayoutDefinitions, every_form_field_is_drawn_in_its_defined_region_in_both_layouts) {
+    ZVBFelderArray felder;
+    felder.Fill();
+    QSet<QString> formFields;
+    for (const FieldDefinition& d : felder.definitions())
+        if (d.satznummer > 0)
+            formFields.insert(d.name);
+    for (const formlayout::Layout* layout : {&formlayout::layout4, &formlayout::layout5}) {
+        const qint16 typ = qint16(layout->typ);
+        QSet<QString> drawn;
+        for (const auto& f : layout->fields) {
+            const QString name = QString::fromUtf8(f.field.data(), qsizetype(f.field.size()));
+            SCOPED_TRACE(name.toStdString() + " layout " + std::to_string(typ));
+            drawn.insert(name);
+            EXPECT_EQ(
+                QRect(felder.GetX(name, typ), felder.GetY(name, typ), felder.GetDX(name, typ), felder.GetDY(name, typ)),
+                rectOf(f.box));
+        }
+        EXPECT_EQ(drawn, formFields) << "layout " << typ;
+    }
+    EXPECT_TRUE(messages.messages().isEmpty());
 }
 
 // Every value lies inside its field's region on a bitonal A4 page at 200 dpi, which the TIFF writer
