@@ -48,15 +48,6 @@ QStringList visibleTexts(const QWidget* window) {
     return texts;
 }
 
-QStringList storedTexts(const QString& language, const QString& form) {
-    QStringList texts;
-    QSqlQuery q = execSql(QStringLiteral("SELECT Text FROM sysTexts WHERE Language_ID=? AND substr(Name, 1, ?)=?"),
-                          {language, form.size() + 1, form + QLatin1Char('_')});
-    while (q.next())
-        texts << q.value(0).toString();
-    return texts;
-}
-
 void useLanguage(const QString& language) {
     SetSysValue(QStringLiteral("APP_Language"), language);
     ReloadLanguage();

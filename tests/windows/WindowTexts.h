@@ -12,9 +12,6 @@
 // and tool tip in window, its title first.
 QStringList visibleTexts(const QWidget* window);
 
-// The texts of sysTexts rows of language whose key starts with form + "_".
-QStringList storedTexts(const QString& language, const QString& form);
-
 // Sets APP_Language and reloads it, as saving the options does.
 void useLanguage(const QString& language);
 

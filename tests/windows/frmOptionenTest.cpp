@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// The options dialog on a real home: what it shows, what OK writes into zvbSys, the hot-key rule,
-// the colour and folder pickers, the /admin switch and the language switch.
+// The options dialog on a real home: what it shows, each setting it edits bound to its column of
+// zvbSys (an unset one showing the table's default), what OK writes, the hot-key rule, the colour
+// and folder pickers, the /admin switch and the language switch.
 
 #include "ui/frmOptionen.h"
 #include "WindowTexts.h"
 #include "admin/mdlOptionen.h"
+#include "app/Settings.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
@@ -66,9 +68,8 @@ protected:
 };
 
 // What the dialog shows of the stored row where a value is more than a number (list texts, paths,
-// colours); OK without a change writes the row back exactly as it was.
-TEST_F(Optionen, shows_the_stored_settings_and_ok_without_changes_writes_the_row_as_it_was) {
-    const QVariantMap before = ReadSettingsRow();
+// colours).
+TEST_F(Optionen, shows_the_stored_settings_as_an_operator_reads_them) {
     frmOptionen dialog(nullptr, admin);
     EXPECT_EQ(control<QComboBox>(&dialog, "cboF2WasSuchen")->currentText(), "nur Fragezeichen");
     EXPECT_EQ(control<QComboBox>(&dialog, "cboKey", 0)->currentText(), "+ (Ziffernblock)");
@@ -78,12 +79,88 @@ TEST_F(Optionen, shows_the_stored_settings_and_ok_without_changes_writes_the_row
     EXPECT_EQ(control<QLineEdit>(&dialog, "txtPfad", 2)->text(), home.path("test"));
     // Color_Fehler "&HA0A0FF": red FF, green A0, blue A0.
     EXPECT_EQ(control<QFrame>(&dialog, "picFarbe", 3)->palette().color(QPalette::Window), QColor(0xFF, 0xA0, 0xA0));
+}
+
+// Values a workstation might hold, each unlike the demo's and unlike the table's default.
+const std::pair<Setting, QVariant> storedValues[] = {
+    {Setting::APP_ServerDB, "/srv/veridon/zentrale.mdb"},
+    {Setting::APP_Language, "EN"},
+    {Setting::APP_State, "AT"},
+    {Setting::APP_KorrID, 7},
+    {Setting::APP_Bildpfad, "/srv/veridon/bilder"},
+    {Setting::APP_TestBildpfad, "/srv/veridon/testablage"},
+    {Setting::Color_OK, "&H80FF80"},
+    {Setting::Color_NoCheck, "&HF0F0F0"},
+    {Setting::Color_Syntaxok, "&HD0FFD0"},
+    {Setting::Color_Fehler, "&H8080FF"},
+    {Setting::Color_Ausgegraut, "&HA0A0A0"},
+    {Setting::Color_Warnung, "&H40FFFF"},
+    {Setting::Cursor_allg, 2},
+    {Setting::Cursor_F2, false},
+    {Setting::F2_WasSuchen, 3},
+    {Setting::F2_WieWeitSuchen, 2},
+    {Setting::GUI_FocusField, "NACHNAME"},
+    {Setting::Key_EnterLikeTab, false},
+    {Setting::Key_NUMKommaGleichEntf, true},
+    {Setting::Key_F2, 2},
+    {Setting::Key_F3, 3},
+    {Setting::Key_F4, 0},
+    {Setting::Key_OK, "F9"},
+    {Setting::Key_Verwerfen, "F6"},
+    {Setting::Key_Alternative, "F7"},
+    {Setting::Scan_Pfad, "/srv/veridon/scan"},
+    {Setting::Scan_RechnerId, "07"},
+    {Setting::Import_Datei, "/srv/veridon/import/zvscan.txt"},
+    {Setting::Export_Pfad, "/srv/veridon/export"},
+    {Setting::Backup_Enabled, "0"},
+    {Setting::Backup_Bilder, false},
+    {Setting::Backup_Pfad, "/srv/veridon/sicherung"},
+    {Setting::Backup_HistoryDays, 14},
+    {Setting::Report_Ambrix_Country, 0},
+    {Setting::Report_Other_Country, 2},
+    {Setting::Report_Pfad, "/srv/veridon/berichte"},
+    {Setting::Report_FontName, "DejaVu Sans Mono"},
+    {Setting::Report_PrinterUseDefault, false},
+    {Setting::Report_PrinterName, "Buero-Laser"},
+};
+
+TEST_F(Optionen, every_edited_setting_comes_back_as_stored_and_ok_keeps_the_row) {
+    for (const auto& [s, value] : storedValues)
+        SetSysValue(settingName(s), value);
+    const QVariantMap before = ReadSettingsRow();
+    frmOptionen dialog(nullptr, admin);
     dialog.show();
+
+    QStringList edited;
+    for (const auto& [column, value] : dialog.editedValues()) {
+        edited << column;
+        EXPECT_EQ(value, before.value(column)) << column.toStdString();
+    }
+    QStringList expected;
+    for (const auto& entry : storedValues)
+        expected << settingName(entry.first);
+    edited.sort();
+    expected.sort();
+    EXPECT_EQ(edited, expected) << "each setting bound once, and only these";
+
     pressOK(dialog);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(ReadSettingsRow(), before);
-    EXPECT_TRUE(messages.messages().isEmpty());
+}
+
+// Unset, a setting shows what the program takes for it, and OK leaves the key settings unset.
+TEST_F(Optionen, an_unset_setting_shows_the_tables_default) {
+    for (Setting s : {Setting::Report_PrinterUseDefault, Setting::Cursor_F2, Setting::Key_OK, Setting::Key_Verwerfen})
+        SetSysValue(settingName(s), QVariant());
+    frmOptionen dialog(nullptr, admin);
+    EXPECT_TRUE(control<QCheckBox>(&dialog, "chkPrinterDefault")->isChecked());
+    EXPECT_FALSE(control<QCheckBox>(&dialog, "chkCursorF2")->isChecked());
+    EXPECT_EQ(control<QComboBox>(&dialog, "cboKeyOK")->currentData().toString(), "F10");
+    EXPECT_EQ(control<QComboBox>(&dialog, "cboKeyVerwerfen")->currentData().toString(), "F8");
+    dialog.show();
+    pressOK(dialog);
+    EXPECT_TRUE(GetSysValue("Key_OK").isNull());
+    EXPECT_TRUE(GetSysValue("Key_Verwerfen").isNull());
 }
 
 TEST_F(Optionen, ok_writes_the_changed_settings) {
