@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which report a record gets and what its printed pages look like, read back from the PDF files.
+// Which report a record gets, which printer it goes to, and what its printed pages look like, read
+// back from the PDF files.
 
 #include "PrintFixture.h"
 #include "app/Database.h"
@@ -7,6 +8,10 @@
 namespace {
 
 using Print = PrintFixture;
+
+QString log(const TempHome& home) {
+    return QString::fromLatin1(home.readFile("zvMsgLog.txt"));
+}
 
 TEST_F(Print, default_report_of_the_workstation_state_prints_its_pages_in_order_one_job_each) {
     setting("Report_Other_Country", 1); // inpatient
@@ -156,6 +161,47 @@ TEST_F(Print, a_field_naming_no_column_is_a_reported_failure_of_that_page) {
     EXPECT_TRUE(messages.saw("PrintReportPage()"));
     EXPECT_TRUE(messages.saw("GIBTSNICHT"));
     EXPECT_EQ(printed(), QStringList{"0001-31901001_bericht_stationaer_1.pdf"});
+}
+
+TEST_F(Print, without_any_printer_nothing_prints_and_the_operator_is_told) {
+    setReportPrinter(nullptr); // the core's own back end: no printers
+    setting("Report_Other_Country", 1);
+    EXPECT_FALSE(SelectPrinter());
+    EXPECT_TRUE(log(home).contains("SelectPrinter();No Printers available!;"));
+    PrintRecord(form(0));
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_EQ(
+        messages.messages().first().prompt,
+        "Beim Initialisieren des Druckers trat ein Fehler auf!\r\n\r\nDas Drucken kann nicht durchgeführt werden.");
+    EXPECT_TRUE(printed().isEmpty());
+}
+
+TEST_F(Print, a_printer_that_is_gone_is_logged_and_the_default_prints) {
+    setting("Report_PrinterUseDefault", false);
+    setting("Report_PrinterName", "Etikettendrucker Lager");
+    setting("Report_Other_Country", 2);
+    PrintRecord(form(0));
+    EXPECT_TRUE(messages.messages().isEmpty());
+    EXPECT_TRUE(log(home).contains("SelectPrinter();Choosen Printer not available, switching to default;"));
+    EXPECT_EQ(pdf.chosenPrinter(), "");
+    EXPECT_EQ(printed().size(), 1);
+}
+
+TEST_F(Print, the_named_printer_is_taken_when_it_is_installed_and_only_then) {
+    setting("Report_PrinterUseDefault", false);
+    setting("Report_PrinterName", "PDF");
+    EXPECT_TRUE(SelectPrinter());
+    EXPECT_EQ(pdf.chosenPrinter(), "PDF");
+    EXPECT_FALSE(log(home).contains("SelectPrinter"));
+
+    setting("Report_PrinterName", "pdf"); // device names compare exactly
+    EXPECT_TRUE(SelectPrinter());
+    EXPECT_EQ(pdf.chosenPrinter(), "");
+
+    setting("Report_PrinterName", "PDF");
+    setting("Report_PrinterUseDefault", QVariant()); // unset means the default printer
+    EXPECT_TRUE(SelectPrinter());
+    EXPECT_EQ(pdf.chosenPrinter(), "");
 }
 
 } // namespace
