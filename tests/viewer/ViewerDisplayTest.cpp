@@ -193,7 +193,7 @@ TEST_F(ViewerDisplay, empty_region_shows_the_page_unmarked_from_its_corner) {
 }
 
 // Every display reuses the one window; Schliessen hides it, and a second Schliessen has nothing to
-// close.
+// close, nor have the commands. (Every test closes the viewer first and finds it again by caption.)
 TEST_F(ViewerDisplay, one_window_reused_and_closed) {
     const QString first = writeTiff(dir, QStringLiteral("31901005.tif"), {standardPage(PageKind::Bitonal)});
     const QString second = writeTiff(dir, QStringLiteral("31901006.tif"), {standardPage(PageKind::Colour)});
@@ -202,8 +202,6 @@ TEST_F(ViewerDisplay, one_window_reused_and_closed) {
     ASSERT_NE(window, nullptr);
     ASSERT_EQ(show(second, otherBlock, "CARD_ID"), 1);
     EXPECT_EQ(viewerWindows(), QList<QWidget*>{window});
-    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("31901006.tif")));
-    EXPECT_TRUE(viewerStatus().contains(QStringLiteral("CARD_ID")));
 
     EXPECT_EQ(Schliessen(), 1);
     EXPECT_FALSE(window->isVisible());
@@ -212,10 +210,6 @@ TEST_F(ViewerDisplay, one_window_reused_and_closed) {
     EXPECT_EQ(AnzeigeZoom(1), 0);
     EXPECT_EQ(AnzeigeDrehen(1), 0);
     EXPECT_EQ(AnzeigeInvert(), 0);
-
-    ASSERT_EQ(show(first, surnameBlock), 1);
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(viewerWindows(), QList<QWidget*>{window});
 }
 
 } // namespace

@@ -88,13 +88,8 @@ int32_t showFullScreen(const std::function<void(QWidget*)>& whileUp) {
 }
 
 QImage grabPageArea() {
-    QWidget* window = viewerWindow();
-    if (!window)
-        return {};
-    auto* area = window->findChild<QAbstractScrollArea*>();
-    if (!area)
-        return {};
-    return area->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    auto* area = viewerWindow() ? viewerWindow()->findChild<QAbstractScrollArea*>() : nullptr;
+    return area ? area->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32) : QImage();
 }
 
 QString viewerStatus() {
