@@ -5,7 +5,6 @@
 #include "MainWindowFixture.h"
 
 #include "admin/OperatorStats.h"
-#include "app/FieldColours.h"
 #include "app/TextFile.h"
 #include "import/mdlImport.h"
 
@@ -13,7 +12,7 @@
 
 namespace {
 
-class AlternativeKeyWindow : public MainWindowTest {};
+using AlternativeKeyWindow = MainWindowTest;
 
 TEST_F(AlternativeKeyWindow, the_key_pages_through_the_candidates_and_enter_takes_the_one_shown) {
     // Mrs Huber's card with the b of her name unreadable; the reader thought of h first, then b.
@@ -24,11 +23,9 @@ TEST_F(AlternativeKeyWindow, the_key_pages_through_the_candidates_and_enter_take
     home.writeFile("import/zvscan.alt", "31901001.tif\tT5_L3\t1\thb\r\n");
     ASSERT_EQ(ImportZVBWerte(home.path("import/zvscan.txt")), 1);
     writeImage("31901001.tif");
-    setting("Cursor_F2", true);
-    setting("Key_EnterLikeTab", true);
+    SetSysValue("Cursor_F2", true);
+    SetSysValue("Key_EnterLikeTab", true);
     open();
-    const QColor errorColour = colourFromReference(FieldColours().fehler);
-    const QColor okColour = colourFromReference(FieldColours().ok);
     EXPECT_EQ(background("NACHNAME"), errorColour);
 
     key(Qt::Key_F2);

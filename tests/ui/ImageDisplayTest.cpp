@@ -19,20 +19,21 @@ namespace {
 
 class ImageDisplay : public MainWindowTest {
 protected:
-    ImageDisplay() { setting("GUI_BildanzeigeEnabled", true); }
+    ImageDisplay() { SetSysValue("GUI_BildanzeigeEnabled", true); }
 
     // The demo scan of Mrs Huber's card, as the evaluation leaves it in the image folder.
-    QString copyDemoImage(const QString& name = "31901001.tif") {
-        const QString target = home.path("images/" + name);
-        QFile::remove(target);
-        EXPECT_TRUE(QFile::copy(masterDataDir() + "demo/home/images/31901001.tif", target));
-        return target;
+    void copyDemoImage(const QString& name = "31901001.tif") {
+        QFile::remove(home.path("images/" + name));
+        EXPECT_TRUE(QFile::copy(masterDataDir() + "demo/home/images/31901001.tif", home.path("images/" + name)));
     }
 };
 
-TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard_and_closes_with_the_program) {
+// The page follows the field in hand without taking the keyboard. F12 shows it full screen until
+// Escape, then the viewer is closed until the next field; the display switch closes it and keeps it
+// closed, also at the next start. It closes with the program.
+TEST_F(ImageDisplay, follows_the_field_in_hand_and_closes_by_f12_the_display_switch_and_the_program) {
     copyDemoImage();
-    insertDemoRecords(1);
+    insertDemoRecords(2);
     open();
     ASSERT_NE(viewer(), nullptr);
     EXPECT_TRUE(viewerStatus().contains("31901001.tif")) << viewerStatus().toStdString();
@@ -51,6 +52,33 @@ TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard_and_c
     type("x");
     EXPECT_TRUE(field("NACHNAME")->text().endsWith("x"));
 
+    bool fullScreenSeen = false;
+    QTimer::singleShot(100, [&] {
+        if (QWidget* full = shown("zvbkorFullScreen")) {
+            fullScreenSeen = true;
+            QTest::keyClick(full, Qt::Key_Escape);
+        }
+    });
+    key(Qt::Key_F12);
+    EXPECT_TRUE(fullScreenSeen);
+    EXPECT_EQ(viewer(), nullptr);
+    EXPECT_FALSE(action("mpVollbild")->isChecked());
+    EXPECT_FALSE(GetSysFlag("GUI_VollbildEnabled", true));
+    key(Qt::Key_Tab);
+    EXPECT_NE(viewer(), nullptr);
+
+    action("mpToggleBildanzeige")->trigger();
+    EXPECT_FALSE(GetSysFlag("GUI_BildanzeigeEnabled", true));
+    EXPECT_EQ(viewer(), nullptr);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(viewer(), nullptr);
+    messages.queueAnswer(MsgBox::Yes);
+    window->close();
+    open();
+    EXPECT_EQ(viewer(), nullptr);
+    action("mpToggleBildanzeige")->trigger();
+    EXPECT_TRUE(GetSysFlag("GUI_BildanzeigeEnabled", false));
+    EXPECT_NE(viewer(), nullptr);
     messages.queueAnswer(MsgBox::Yes);
     window->close();
     EXPECT_EQ(viewer(), nullptr);
@@ -90,43 +118,6 @@ TEST_F(ImageDisplay, another_records_card_never_stays_beside_a_record_without_it
     ASSERT_EQ(field("NACHNAME")->text(), "Huber");
     EXPECT_EQ(viewer(), nullptr);
     EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString(); // the discard's question
-}
-
-// F12 shows the page full screen until Escape, then the viewer is closed until the next field;
-// the display switch closes it and keeps it closed, also at the next start.
-TEST_F(ImageDisplay, f12_full_screen_and_the_display_switch_close_the_viewer) {
-    copyDemoImage();
-    insertDemoRecords(2);
-    open();
-    ASSERT_NE(viewer(), nullptr);
-    bool fullScreenSeen = false;
-    QTimer::singleShot(100, [&] {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->isVisible() && w->objectName() == "zvbkorFullScreen") {
-                fullScreenSeen = true;
-                QTest::keyClick(w, Qt::Key_Escape);
-            }
-    });
-    key(Qt::Key_F12);
-    EXPECT_TRUE(fullScreenSeen);
-    EXPECT_EQ(viewer(), nullptr);
-    EXPECT_FALSE(action("mpVollbild")->isChecked());
-    EXPECT_FALSE(GetSysFlag("GUI_VollbildEnabled", true));
-    key(Qt::Key_Tab);
-    EXPECT_NE(viewer(), nullptr);
-
-    action("mpToggleBildanzeige")->trigger();
-    EXPECT_FALSE(GetSysFlag("GUI_BildanzeigeEnabled", true));
-    EXPECT_EQ(viewer(), nullptr);
-    key(Qt::Key_Tab);
-    EXPECT_EQ(viewer(), nullptr);
-    messages.queueAnswer(MsgBox::Yes);
-    window->close();
-    open();
-    EXPECT_EQ(viewer(), nullptr);
-    action("mpToggleBildanzeige")->trigger();
-    EXPECT_TRUE(GetSysFlag("GUI_BildanzeigeEnabled", false));
-    EXPECT_NE(viewer(), nullptr);
 }
 
 } // namespace

@@ -6,24 +6,31 @@
 #include "MainWindowFixture.h"
 
 #include "app/Database.h"
-#include "app/mdlDB.h"
 
 namespace {
 
 using Keyboard = MainWindowTest;
 
 // Mrs Huber's form as read by the evaluation, with two characters it could not read.
-TEST_F(Keyboard, f2_and_its_hot_key_land_on_the_question_marks_as_the_cursor_settings_say) {
-    setting("Cursor_F2", true);
-    setting("Key_F2", 1); // zvbSysKeys 1: "+ (Ziffernblock)", character 43, key code 107
+TEST_F(Keyboard, f2_and_its_hot_key_land_on_the_question_marks_and_tab_on_the_field_as_the_cursor_settings_say) {
+    SetSysValue("Cursor_F2", true);
+    SetSysValue("Cursor_Allg", 0);
+    SetSysValue("Key_F2", 1); // zvbSysKeys 1: "+ (Ziffernblock)", character 43, key code 107
     FormValues form = demoForms().at(0);
     form["NACHNAME"] = "Hu?er";
     form["GEBDAT"] = "03.0?.1961";
     insertRecord(form);
     insertDemoRecords(2);
     open();
-    ASSERT_EQ(focusedName(), "FORM_ID");
+    // A field entered by Tab follows Cursor_Allg (0: all, 1: at the start), even with a "?" in it.
+    tabTo("NACHNAME");
+    EXPECT_EQ(field("NACHNAME")->selectedText(), "Hu?er");
+    SetSysValue("Cursor_Allg", 1);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(field("VORNAME")->cursorPosition(), 0);
+    EXPECT_FALSE(field("VORNAME")->hasSelectedText());
 
+    field("FORM_ID")->setFocus();
     key(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(focusedName(), "NACHNAME");
     EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
@@ -45,40 +52,23 @@ TEST_F(Keyboard, f2_and_its_hot_key_land_on_the_question_marks_as_the_cursor_set
     key(Qt::Key_End);
     key(Qt::Key_Plus);
     EXPECT_EQ(field("NACHNAME")->text(), "Huber+");
-    setting("Key_F2", 0);
+    SetSysValue("Key_F2", 0);
     key(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(field("NACHNAME")->text(), "Huber++");
 
     // Without Cursor_F2 the jump follows the general cursor rule (2: at the end).
-    setting("Cursor_F2", false);
-    setting("Cursor_Allg", 2);
+    SetSysValue("Cursor_F2", false);
+    SetSysValue("Cursor_Allg", 2);
     key(Qt::Key_F2);
     EXPECT_EQ(focusedName(), "GEBDAT");
     EXPECT_FALSE(field("GEBDAT")->hasSelectedText());
     EXPECT_EQ(field("GEBDAT")->cursorPosition(), 10);
 }
 
-TEST_F(Keyboard, a_field_entered_by_tab_follows_cursor_allg_even_with_a_question_mark) {
-    setting("Cursor_F2", true);
-    setting("Cursor_Allg", 0);
-    FormValues form = demoForms().at(0);
-    form["SCANDAT"] = "12?4";
-    insertRecord(form);
-    open();
-    key(Qt::Key_Tab);
-    EXPECT_EQ(focusedName(), "SCANDAT");
-    EXPECT_EQ(field("SCANDAT")->selectedText(), "12?4");
-
-    setting("Cursor_Allg", 1);
-    key(Qt::Key_Tab);
-    EXPECT_EQ(field("STATE")->cursorPosition(), 0);
-    EXPECT_FALSE(field("STATE")->hasSelectedText());
-}
-
 TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
     execSql("INSERT INTO ZVBForm_Felder (FeldNr, ReihenfolgeNr) VALUES ('BARCODE', 99)");
-    setting("Cursor_Allg", 1);
-    setting("Key_NUMKommaGleichEntf", true);
+    SetSysValue("Cursor_Allg", 1);
+    SetSysValue("Key_NUMKommaGleichEntf", true);
     insertDemoRecords(1);
     open();
     // The field table is rebuilt from the form when it loads; a field it does not have goes.
@@ -87,18 +77,18 @@ TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
 
     key(Qt::Key_Comma, Qt::KeypadModifier);
     EXPECT_EQ(field("FORM_ID")->text(), "-111N") << "the pad's decimal key deletes";
-    setting("Key_NUMKommaGleichEntf", false);
+    SetSysValue("Key_NUMKommaGleichEntf", false);
     key(Qt::Key_Comma, Qt::KeypadModifier);
     EXPECT_EQ(field("FORM_ID")->text(), ",-111N");
     key(Qt::Key_F3);
     EXPECT_EQ(field("FORM_ID")->text(), "");
 
-    setting("Key_EnterLikeTab", true);
+    SetSysValue("Key_EnterLikeTab", true);
     key(Qt::Key_Return);
     EXPECT_EQ(focusedName(), "SCANDAT");
     key(Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(focusedName(), "STATE");
-    setting("Key_EnterLikeTab", false);
+    SetSysValue("Key_EnterLikeTab", false);
     key(Qt::Key_Return);
     EXPECT_EQ(focusedName(), "STATE");
 
@@ -119,7 +109,7 @@ TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
     EXPECT_EQ(field("NACHNAME")->text(), "Huber");
 
     // Left with a change and entered again: Escape goes back to the changed text, not the stored one.
-    setting("Cursor_Allg", 2);
+    SetSysValue("Cursor_Allg", 2);
     tabTo("VORNAME");
     type(" T.");
     key(Qt::Key_Tab);

@@ -23,22 +23,6 @@ protected:
         noReports();
         writeImage("31901001.tif");
     }
-
-    // The server ends this workstation's connection, as a restart of the server would.
-    void serverDropsTheConnection() {
-        int backend = 0;
-        {
-            QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()");
-            ASSERT_TRUE(pid.next());
-            backend = pid.value(0).toInt();
-        }
-        {
-            QSqlDatabase admin = openPoolConnection(homePoolUri(), "pool-admin");
-            QSqlQuery kill(admin);
-            ASSERT_TRUE(kill.exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
-        }
-        QSqlDatabase::removeDatabase("pool-admin");
-    }
 };
 
 TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_next_ok_hands_it_over) {
@@ -46,15 +30,23 @@ TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_ne
     open();
     ASSERT_EQ(window->currentRecord(), records[0]);
     field("VORNAME")->setText("Maria Theresia");
-    serverDropsTheConnection();
+    // The server ends this workstation's connection, as a restart of the server would.
+    int backend = 0;
+    if (QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()"); pid.next())
+        backend = pid.value(0).toInt();
+    {
+        QSqlDatabase admin = openPoolConnection(homePoolUri(), "pool-admin");
+        ASSERT_TRUE(QSqlQuery(admin).exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
+    }
+    QSqlDatabase::removeDatabase("pool-admin");
 
-    auto* ok = window->findChild<QPushButton*>("buttonOK");
+    QPushButton* ok = button("buttonOK");
     QTest::mouseClick(ok, Qt::LeftButton);
     // The check is the first to reach for the server: the error list says it does not answer.
-    QString shown = messages.prompts().join("|");
-    if (QWidget* list = errorList())
-        shown += list->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
-    EXPECT_TRUE(shown.contains("antwortet nicht. Ihre Eingaben bleiben erhalten")) << shown.toStdString();
+    QString said = messages.prompts().join("|");
+    if (QWidget* list = shown("frmFehler"))
+        said += list->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
+    EXPECT_TRUE(said.contains("antwortet nicht. Ihre Eingaben bleiben erhalten")) << said.toStdString();
     EXPECT_EQ(window->currentRecord(), records[0]);
     EXPECT_EQ(field("VORNAME")->text(), "Maria Theresia");
     EXPECT_EQ(workflowOf(records[0]), "30/1") << "still held by this workstation";

@@ -6,32 +6,17 @@
 #include "HomeTest.h"
 #include "ui/SingleInstance.h"
 
-#include <QElapsedTimer>
-#include <QLocalSocket>
 #include <QProcess>
-#include <QThread>
+#include <QTest>
 
 namespace {
 
 class Program : public HomeTest {
 protected:
-    void start(QProcess& process, const QString& homeDir) {
+    static void start(QProcess& process, const QString& homeDir) {
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(QStringLiteral(VERIDON_PROGRAM), {"--home", homeDir});
         ASSERT_TRUE(process.waitForStarted());
-    }
-    // True once a copy listens for later starts on homeDir.
-    static bool listening(const QString& homeDir, int timeoutMs) {
-        QElapsedTimer timer;
-        timer.start();
-        while (timer.elapsed() < timeoutMs) {
-            QLocalSocket probe;
-            probe.connectToServer(SingleInstance::serverName(homeDir));
-            if (probe.waitForConnected(200))
-                return true;
-            QThread::msleep(100);
-        }
-        return false;
     }
 };
 
@@ -43,7 +28,7 @@ TEST_F(Program, one_copy_per_home_and_the_command_lines_workflow_commands_wait_f
     const QVector<qint32> records = insertDemoRecords(2);
     QProcess program;
     start(program, home.dir());
-    ASSERT_TRUE(listening(home.dir(), 20000)) << program.readAll().toStdString();
+    ASSERT_TRUE(SingleInstance(home.dir()).activateRunning(20000)) << program.readAll().toStdString();
     QProcess second;
     start(second, home.dir());
     EXPECT_TRUE(second.waitForFinished(10000));
@@ -52,11 +37,7 @@ TEST_F(Program, one_copy_per_home_and_the_command_lines_workflow_commands_wait_f
     EXPECT_EQ(program.state(), QProcess::Running);
 
     // The window listens before it takes its first record.
-    QElapsedTimer taking;
-    taking.start();
-    while (workflowOf(records[0]) != "30/1" && taking.elapsed() < 20000)
-        QThread::msleep(100);
-    ASSERT_EQ(workflowOf(records[0]), "30/1");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return workflowOf(records[0]) == "30/1"; }, 20000));
     ASSERT_EQ(runCli({"--home", home.dir(), "sql", "SELECT Workflow_Status FROM zvbWerte"}).exitCode, 0);
     for (const QStringList& command : {QStringList{"next"}, {"discard", QString::number(records[0])}, {"export"}}) {
         const CliRun refused = runCli(QStringList{"--home", home.dir(), "--yes"} + command);
@@ -73,7 +54,7 @@ TEST_F(Program, one_copy_per_home_and_the_command_lines_workflow_commands_wait_f
     TempHome other; // another workstation
     QProcess beside;
     start(beside, other.dir());
-    EXPECT_TRUE(listening(other.dir(), 20000));
+    EXPECT_TRUE(SingleInstance(other.dir()).activateRunning(20000));
     EXPECT_EQ(beside.state(), QProcess::Running);
     beside.kill();
     beside.waitForFinished(5000);

@@ -27,12 +27,6 @@ protected:
     }
     QPushButton* scanButton() const { return window->findChild<QPushButton*>("buttonScannen"); }
     QString status() const { return window->findChild<QLabel*>("statusText")->text(); }
-    QWidget* waitWindow() const {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->objectName() == "frmWaitShell" && w->isVisible())
-                return w;
-        return nullptr;
-    }
 };
 
 TEST_F(ScanWindow, controls_are_off_while_scanning_the_wait_window_stays_and_the_first_record_follows) {
@@ -47,7 +41,7 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_the_wait_window_stays_and_the
     QTimer watch;
     watch.setInterval(5);
     QObject::connect(&watch, &QTimer::timeout, [&] {
-        if (QWidget* wait = waitWindow()) {
+        if (QWidget* wait = shown("frmWaitShell")) {
             waitWindowShown = true;
             waitText = wait->findChild<QLabel*>("lblInfo")->text();
             wait->close();
@@ -75,7 +69,7 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_the_wait_window_stays_and_the
     EXPECT_FALSE(waitWindowClosable);
     EXPECT_TRUE(focusTakenBack);
     EXPECT_EQ(waitText, "Bitte warten bis die Auswertung beendet ist...");
-    EXPECT_EQ(waitWindow(), nullptr);
+    EXPECT_EQ(shown("frmWaitShell"), nullptr);
     EXPECT_TRUE(scanButton()->isEnabled());
     EXPECT_EQ(status(), "Gescannte Seiten: 10");
     EXPECT_EQ(window->findChild<QLineEdit*>("BMPName")->text(), "319010001.tif");
