@@ -7,7 +7,6 @@
 #include "MainWindowFixture.h"
 
 #include "app/Database.h"
-#include "app/Home.h"
 #include "app/mdlDB.h"
 #include "ui/frmAskForReport.h"
 
@@ -27,8 +26,7 @@ protected:
             GTEST_SKIP() << "runs at the monitor sizes ctest gives in VERIDON_TEST_SCREEN";
         SetSysValue("GUI_BildanzeigeEnabled", true);
         for (const FormValues& form : demoForms())
-            ASSERT_TRUE(QFile::copy(masterDataDir() + "demo/home/images/" + form["BMPName"],
-                                    home.path("images/" + form["BMPName"])));
+            writeImage(form["BMPName"]);
     }
     static QRect workArea() { return QGuiApplication::primaryScreen()->availableGeometry(); }
     // A small window's place: on the screen, off the fields, not thrown into the corner.

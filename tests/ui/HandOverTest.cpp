@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Handing records over from the main window: OK with errors, OK on a clean record (saved as handed
-// over and exported), and F2 at the end of a record, up to a walk through a whole batch.
+// over and exported), F2 at the end of a record up to a walk through a whole batch, a kill between
+// the save and the export, and a pool server that drops its connection while a record is on screen
+// (that test runs in the pool variant of this program, on the throwaway server; elsewhere it skips).
 
 #include "../faults/KillHarness.h"
 #include "MainWindowFixture.h"
 
+#include "app/Database.h"
+#include "app/PoolConnection.h"
 #include "app/mdlDB.h"
 
 #include <QApplication>
@@ -14,6 +18,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSqlQuery>
 #include <cstdio>
 
 namespace {
@@ -171,6 +176,49 @@ TEST_F(HandOverWindow, killed_between_the_save_and_its_export_the_record_is_hand
     EXPECT_EQ(KillHarness::integrityCheck(childHome + "/data.mdb"), "ok");
     const CliRun left = runCli({"--home", childHome, "sql", "SELECT count(*) FROM zvbWerte"});
     EXPECT_EQ(left.out.trimmed().split('\n').last().trimmed(), "0") << left.out.toStdString();
+}
+
+class SharedPoolWindow : public MainWindowTest {
+protected:
+    void SetUp() override {
+        if (testPoolServer().isEmpty())
+            GTEST_SKIP() << "läuft in der Pool-Variante dieses Testprogramms (pool:...)";
+        noReports();
+        writeImage("31901001.tif");
+    }
+};
+
+TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_next_ok_hands_it_over) {
+    const QVector<qint32> records = insertDemoRecords(1);
+    open();
+    ASSERT_EQ(window->currentRecord(), records[0]);
+    field("VORNAME")->setText("Maria Theresia");
+    // The server ends this workstation's connection, as a restart of the server would.
+    int backend = 0;
+    if (QSqlQuery pid = execPoolSql("SELECT pg_backend_pid()"); pid.next())
+        backend = pid.value(0).toInt();
+    {
+        QSqlDatabase admin = openPoolConnection(homePoolUri(), "pool-admin");
+        ASSERT_TRUE(QSqlQuery(admin).exec(QString("SELECT pg_terminate_backend(%1)").arg(backend)));
+    }
+    QSqlDatabase::removeDatabase("pool-admin");
+
+    QPushButton* ok = button("buttonOK");
+    QTest::mouseClick(ok, Qt::LeftButton);
+    // The check is the first to reach for the server: the error list says it does not answer.
+    QString said = messages.prompts().join("|");
+    if (QWidget* list = shown("frmFehler"))
+        said += list->findChild<QPlainTextEdit*>("txtFehler")->toPlainText();
+    EXPECT_TRUE(said.contains("antwortet nicht. Ihre Eingaben bleiben erhalten")) << said.toStdString();
+    EXPECT_EQ(window->currentRecord(), records[0]);
+    EXPECT_EQ(field("VORNAME")->text(), "Maria Theresia");
+    EXPECT_EQ(workflowOf(records[0]), "30/1") << "still held by this workstation";
+
+    QTest::mouseClick(ok, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return workflowOf(records[0]).isEmpty(); }))
+        << "handed over, exported and removed";
+    const QString xml = QString::fromLatin1(home.readFile("export/31901001.xml"));
+    EXPECT_TRUE(xml.contains("<Given_names>Maria Theresia</Given_names>")) << xml.toStdString();
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 
 #include "MainWindowFixture.h"
 
-#include "app/Home.h"
 #include "app/mdlDB.h"
 
 #include <QAction>
@@ -20,19 +19,13 @@ namespace {
 class ImageDisplay : public MainWindowTest {
 protected:
     ImageDisplay() { SetSysValue("GUI_BildanzeigeEnabled", true); }
-
-    // The demo scan of Mrs Huber's card, as the evaluation leaves it in the image folder.
-    void copyDemoImage(const QString& name = "31901001.tif") {
-        QFile::remove(home.path("images/" + name));
-        EXPECT_TRUE(QFile::copy(masterDataDir() + "demo/home/images/31901001.tif", home.path("images/" + name)));
-    }
 };
 
 // The page follows the field in hand without taking the keyboard. F12 shows it full screen until
 // Escape, then the viewer is closed until the next field; the display switch closes it and keeps it
 // closed, also at the next start. It closes with the program.
 TEST_F(ImageDisplay, follows_the_field_in_hand_and_closes_by_f12_the_display_switch_and_the_program) {
-    copyDemoImage();
+    writeImage("31901001.tif");
     insertDemoRecords(2);
     open();
     ASSERT_NE(viewer(), nullptr);
@@ -88,7 +81,7 @@ TEST_F(ImageDisplay, follows_the_field_in_hand_and_closes_by_f12_the_display_swi
 // gets a blank page that names the file, one whose name is path-like (never shown) closes the
 // viewer. Neither is a message.
 TEST_F(ImageDisplay, another_records_card_never_stays_beside_a_record_without_its_image) {
-    copyDemoImage();
+    writeImage("31901001.tif");
     FormValues form = demoForms().at(0);
     insertRecord(form); // Huber, with her card
     FormValues missing = demoForms().at(1);
@@ -97,7 +90,7 @@ TEST_F(ImageDisplay, another_records_card_never_stays_beside_a_record_without_it
     // The scan lies in a sub-folder of the image folder and the record names it with that folder:
     // image folder + name is a file, but a name with a folder is never shown.
     QDir().mkpath(home.path("images/alt"));
-    copyDemoImage("alt/31901001.tif");
+    writeImage("alt/31901001.tif");
     form["BMPName"] = "alt/31901001.tif";
     insertRecord(form);
     open();

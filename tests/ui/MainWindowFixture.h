@@ -5,14 +5,15 @@
 
 #include "../workflow/DemoRecords.h"
 #include "HomeTest.h"
+#include "app/Home.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
 #include "ui/frmMain.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QFile>
 #include <QFileInfo>
-#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -68,12 +69,12 @@ protected:
         return field(name)->palette().color(QPalette::Active, QPalette::Base);
     }
 
-    // A small blank page named name in the home's image folder; returns its path.
+    // The demo scan named name (else Mrs Huber's card) in the home's image folder; returns its path.
     QString writeImage(const QString& name) {
-        QImage page(850, 540, QImage::Format_Grayscale8);
-        page.fill(Qt::white);
-        const QString path = home.path("images/" + name);
-        EXPECT_TRUE(page.save(path, "TIFF")) << path.toStdString();
+        const QString demo = masterDataDir() + "demo/home/images/", path = home.path("images/" + name);
+        QFile::remove(path);
+        EXPECT_TRUE(QFile::copy(QFile::exists(demo + name) ? demo + name : demo + "31901001.tif", path))
+            << path.toStdString();
         return path;
     }
     // True once the record of the image has been exported.
