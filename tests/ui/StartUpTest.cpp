@@ -27,7 +27,7 @@
 
 namespace {
 
-class DatabaseCheck : public HomeTest {};
+using DatabaseCheck = HomeTest;
 
 // A reachable central database passes without a word. One that is not there (a folder, nothing
 // set, a pool server that does not answer) is named in a message and asked for with the file
@@ -115,13 +115,7 @@ void answerBox(int key, QStringList& seen) {
     });
 }
 
-class MessageBoxes : public HomeTest {
-protected:
-    ~MessageBoxes() override {
-        SetSysValue("APP_Language", "DE");
-        ReloadLanguage();
-    }
-};
+using MessageBoxes = HomeTest;
 
 // Every button has its letter, the captions follow the language, and a question that deletes
 // defaults to No (it has the focus): a hasty Enter keeps the record. A message shows its lines and
@@ -143,6 +137,7 @@ TEST_F(MessageBoxes, answers_by_key_in_the_operators_language_with_no_as_the_saf
         {"DE", question, askDelete, Qt::Key_Escape, MsgBox::No, "&Ja &Nein", "&Nein"},
         {"EN", question, askDelete, Qt::Key_Y, MsgBox::Yes, "&Yes &No", "&No"},
         {"EN", question, askDelete, Qt::Key_Return, MsgBox::No, "&Yes &No", "&No"},
+        // German again last, as every other test expects.
         {"DE", "Zeile 1\r\nZeile 2", MsgBox::Information, Qt::Key_Return, MsgBox::OK, "&OK", "&OK"},
     };
     QApplication::setOverrideCursor(Qt::WaitCursor);
