@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Operator statistics: a morning's work through the real hand-over and discard counts into the
-// day's stats file; a locked or unwritable file or backup switched off never stops the work; the
-// command line shows the figures of the days asked for.
+// day's stats file; a locked or unwritable file or backup switched off never stops the work.
 
 #include "admin/OperatorStats.h"
-#include "CliRun.h"
 #include "DemoRecords.h"
 #include "HomeTest.h"
 #include "app/Database.h"
@@ -112,44 +110,6 @@ TEST_F(OperatorStats, a_locked_or_unwritable_file_or_backup_off_costs_the_count_
     handOverNext([] {});
     EXPECT_FALSE(QFileInfo::exists(statsFile())) << "no backup, no statistics";
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-}
-
-TEST(OperatorStatsCli, accept_and_discard_count_and_stats_shows_the_days_asked_for) {
-    TempHome home;
-    for (const FormValues& form : demoForms().mid(0, 2))
-        insertRecord(form);
-    home.writeFile("images/31901001.tif", "II*");
-    home.writeFile("images/31901002.tif", "II*");
-    execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
-    // Yesterday's figures of workstation 2, one of them damaged by hand.
-    const QDate yesterday = QDate::currentDate().addDays(-1);
-    home.writeFile("backup/" + yesterday.toString("yyMMdd") + "/stats/arbeitsplatz_2.txt",
-                   "Uebergeben=viele\r\nVerworfen=0\r\nFelderKorrigiert=5\r\nTastenanschlaege=90\r\n"
-                   "Arbeitssekunden=1800\r\n");
-    closeDatabase();
-    const auto cli = [&](QStringList args) {
-        return runCli(QStringList{"--home", home.dir()} + args);
-    };
-    ASSERT_EQ(cli({"accept", "1"}).exitCode, 0);
-    ASSERT_EQ(cli({"discard", "2"}).exitCode, 0);
-
-    const CliRun two = cli({"stats", "--days", "2"});
-    EXPECT_EQ(two.exitCode, 0) << two.err.toStdString();
-    const QString header =
-        "Datum\tArbeitsplatz\tÜbergeben\tVerworfen\tFelder korrigiert\tAnschläge je Beleg\tBelege je Stunde\n";
-    const QStringList lines = two.out.split('\n');
-    ASSERT_EQ(lines.size(), 4) << two.out.toStdString();
-    EXPECT_EQ(lines[0] + '\n', header);
-    EXPECT_EQ(lines[1], yesterday.toString("dd.MM.yyyy") + "\t2\t0\t0\t5\t0,0\t0,0");
-    // Records per hour depends on how long the command took: only the counts are fixed.
-    EXPECT_TRUE(lines[2].startsWith(QDate::currentDate().toString("dd.MM.yyyy") + "\t1\t1\t1\t0\t0,0\t"))
-        << lines[2].toStdString();
-    EXPECT_TRUE(QString::fromLatin1(home.readFile("zvMsgLog.txt")).contains("'Uebergeben=viele' ist kein Zählerstand"));
-
-    EXPECT_EQ(cli({"stats"}).out.count('\n'), 3) << "seven days by default";
-    EXPECT_EQ(cli({"stats", "--days", "1"}).out.count('\n'), 2);
-    EXPECT_EQ(cli({"stats", "--days", "0"}).exitCode, 2);
-    EXPECT_EQ(cli({"stats", "--days"}).exitCode, 2);
 }
 
 } // namespace

@@ -49,7 +49,8 @@ TEST_F(WorkflowCli, next_takes_a_record_and_discard_deletes_it_but_never_another
 }
 
 // A faulty record is refused with its error text, another workstation's one with its number, a
-// record with warnings only with --yes; a clean one is handed over and exported.
+// record with warnings only with --yes; a clean one is handed over and exported. What was handed
+// over and discarded shows in the statistics beside the days before.
 TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_and_unconfirmed_warnings) {
     execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
     FormValues form = demoForms().at(0);
@@ -62,6 +63,10 @@ TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_
     const qint32 clean = insertRecord(demoForms().at(1));
     for (const char* image : {"images/31901001.tif", "images/31901009.tif", "images/31901002.tif"})
         home.writeFile(image, "II*");
+    // Yesterday's figures of workstation 2, one of them damaged by hand.
+    const QDate yesterday = QDate::currentDate().addDays(-1);
+    home.writeFile("backup/" + yesterday.toString("yyMMdd") + "/stats/arbeitsplatz_2.txt",
+                   "Uebergeben=viele\r\nVerworfen=0\r\nFelderKorrigiert=5\r\nTastenanschlaege=90\r\n");
 
     CliRun run = cli({"accept", QString::number(faulty)});
     EXPECT_EQ(run.exitCode, 1);
@@ -89,6 +94,22 @@ TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_
     EXPECT_TRUE(run.out.contains("übergeben")) << run.out.toStdString();
     EXPECT_EQ(workflowOf(clean), "");
     EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files), (QStringList{"31901002.xml", "31901009.xml"}));
+
+    execSql("UPDATE zvbWerte SET Workflow_KorrID=1 WHERE LfdNr=?", {faulty});
+    ASSERT_EQ(cli({"discard", QString::number(faulty)}).exitCode, 0);
+    const QStringList lines = cli({"stats", "--days", "2"}).out.split('\n');
+    ASSERT_EQ(lines.size(), 4) << lines.join('|').toStdString();
+    EXPECT_EQ(lines[0], "Datum\tArbeitsplatz\tÜbergeben\tVerworfen\tFelder korrigiert\tAnschläge je Beleg\tBelege je "
+                        "Stunde");
+    EXPECT_EQ(lines[1], yesterday.toString("dd.MM.yyyy") + "\t2\t0\t0\t5\t0,0\t0,0");
+    // Records per hour depends on how long the commands took: only the counts are fixed.
+    EXPECT_TRUE(lines[2].startsWith(QDate::currentDate().toString("dd.MM.yyyy") + "\t1\t2\t1\t0\t0,0\t"))
+        << lines[2].toStdString();
+    EXPECT_TRUE(QString::fromLatin1(home.readFile("zvMsgLog.txt")).contains("'Uebergeben=viele' ist kein Zählerstand"));
+    EXPECT_EQ(cli({"stats"}).out.count('\n'), 3) << "seven days by default";
+    EXPECT_EQ(cli({"stats", "--days", "1"}).out.count('\n'), 2);
+    EXPECT_EQ(cli({"stats", "--days", "0"}).exitCode, 2);
+    EXPECT_EQ(cli({"stats", "--days"}).exitCode, 2);
 }
 
 } // namespace
