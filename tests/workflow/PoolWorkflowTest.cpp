@@ -15,7 +15,7 @@
 #include "workflow/mdlWorkflow.h"
 
 #include <QDateTime>
-#include <QDirIterator>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -104,18 +104,10 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
     for (const QString& folder : homes)
         runCli({"--home", folder, "sql", "UPDATE zvbSys SET Backup_Bilder=0"});
     runTogether(homes, {"export"});
-    // Each export writes one line per record into its workstation's exp.txt.
+    // Each export writes its records into its workstation's export folder.
     QStringList exported;
-    for (const QString& folder : homes) {
-        QDirIterator it(folder + "/backup", {"exp.txt"}, QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            QFile file(it.next());
-            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-            for (const QByteArray& line : file.readAll().split('\n'))
-                if (!line.trimmed().isEmpty())
-                    exported << QString::fromLatin1(line.split(',').first());
-        }
-    }
+    for (const QString& folder : homes)
+        exported += QDir(folder + "/export").entryList({"*.xml"}, QDir::Files);
     exported.sort();
     EXPECT_EQ(exported.size(), 40);
     EXPECT_EQ(exported.removeDuplicates(), 0);
