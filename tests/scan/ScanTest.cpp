@@ -36,12 +36,17 @@ struct RecordingObserver : ScanObserver {
     }
 };
 
-QStringList poolNames() {
-    QStringList names;
-    QSqlQuery q = execSql(QStringLiteral("SELECT BMPName, NACHNAME FROM zvbWerte ORDER BY LfdNr"));
-    while (q.next())
-        names << q.value(0).toString() + QLatin1Char(' ') + q.value(1).toString();
-    return names;
+// The pool's rows in table order, each as its columns' values joined by blanks.
+QStringList poolNames(const QString& columns = QStringLiteral("BMPName, NACHNAME")) {
+    QStringList rows;
+    QSqlQuery q = execSql(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM zvbWerte ORDER BY LfdNr"));
+    while (q.next()) {
+        QStringList values;
+        for (int i = 0; i < q.record().count(); ++i)
+            values << q.value(i).toString();
+        rows << values.join(QLatin1Char(' '));
+    }
+    return rows;
 }
 
 class GetScanFileTest : public HomeTest {};
@@ -206,15 +211,7 @@ TEST_F(ScanSequenceTest, the_pnm_device_scans_a_rendered_form_pixel_for_pixel_in
     EXPECT_EQ(scanned.compression, COMPRESSION_CCITTFAX4);
     EXPECT_FLOAT_EQ(scanned.xDpi, 200.0f);
     EXPECT_TRUE(scanned.pbm == original.pbm) << "the page differs from the form fed in";
-    QSqlQuery q = execSql(QStringLiteral("SELECT BMPName,") + columns + QStringLiteral(" FROM zvbWerte"));
-    QStringList rows;
-    while (q.next()) {
-        QStringList values;
-        for (int i = 0; i < q.record().count(); ++i)
-            values << q.value(i).toString();
-        rows << values.join(QLatin1Char(' '));
-    }
-    EXPECT_EQ(rows, QStringList{QStringLiteral("319010001.tif") + record});
+    EXPECT_EQ(poolNames(QStringLiteral("BMPName,") + columns), QStringList{QStringLiteral("319010001.tif") + record});
 }
 
 TEST_F(ScanSequenceTest, a_page_that_cannot_be_saved_stops_the_feeder_and_keeps_the_pool) {
