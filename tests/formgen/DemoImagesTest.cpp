@@ -154,6 +154,13 @@ TEST(DemoFormList, broken_lists_are_refused_with_a_message) {
     file.close();
     EXPECT_TRUE(readDemoForms(path, &error).isEmpty());
     EXPECT_EQ(error, QStringLiteral("Der Formularliste '%1' fehlt die Spalte TYP.").arg(path));
+
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write("BMPName\tTYP\n31901001.tif\t4\n31901002.tif\tx\n");
+    file.close();
+    EXPECT_TRUE(readDemoForms(path, &error).isEmpty());
+    EXPECT_EQ(error,
+              QStringLiteral("Zeile 3 der Formularliste '%1' hat den unbekannten TYP 'x' (4 oder 5).").arg(path));
 }
 
 } // namespace

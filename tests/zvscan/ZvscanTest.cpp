@@ -143,6 +143,21 @@ TEST_F(ZvscanTest, UnwritableResultLeavesThePagesAndIsLogged) {
         << home_.readFile("zvMsgLog.txt").toStdString();
 }
 
+// A page whose name the image folder already holds is not read: its line would be written but the
+// page could not be moved, and the next run would deliver its record a second time.
+TEST_F(ZvscanTest, APageTheImageFolderAlreadyHoldsIsNotReadTwice) {
+    scanPage("31906001.tif", {4, 0, 0, "AT", "Huber", "Maria"});
+    scanPage("31906002.tif", {4, 0, 0, "DE", "Müller", "Jürgen"});
+    home_.writeFile("images/31906002.tif", "an earlier page");
+    for (int attempt = 0; attempt < 2; ++attempt)
+        EXPECT_EQ(run(ZVSCAN, {"--home", home_.dir()}), 1);
+    const QString result = QString::fromUtf8(home_.readFile("import/zvscan.txt"));
+    EXPECT_EQ(result.count("31906001.tif"), 1);
+    EXPECT_FALSE(result.contains("31906002.tif"));
+    EXPECT_TRUE(QFileInfo::exists(home_.path("scan/31906002.tif")));
+    EXPECT_EQ(home_.readFile("images/31906002.tif"), "an earlier page");
+}
+
 // The command line: help and version answer without a home, the operator word of the scan sequence
 // is accepted, anything else is refused before a page is touched.
 TEST_F(ZvscanTest, CommandLineAnswersHelpAndVersionAndRefusesTheUnknown) {
