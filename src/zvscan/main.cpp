@@ -121,10 +121,31 @@ int main(int argc, char** argv) {
         return fail(QStringLiteral("Der Bildordner '%1' fehlt.").arg(imageDir));
 
     const QDir scans(scanDir);
-    const QFileInfoList pages =
+    QFileInfoList pages =
         scans.entryInfoList({QStringLiteral("*.tif"), QStringLiteral("*.TIF")}, QDir::Files, QDir::Name);
+    // A page whose name the image folder already holds could not be moved after its line was
+    // written; it would stay here and be read again by the next run, its record arriving twice.
+    // Such a page is not read at all and stays where it is until someone sorts it out.
+    int moveFailures = 0;
+    const auto refuse = [&](const QFileInfo& page) {
+        WriteLog(logSource, QStringLiteral("Seite '%1' nicht in den Bildordner verschiebbar.").arg(page.filePath()));
+        ++moveFailures;
+    };
+    pages.removeIf([&](const QFileInfo& page) {
+        const bool taken = QFileInfo::exists(QDir(imageDir).filePath(page.fileName()));
+        if (taken)
+            refuse(page);
+        return taken;
+    });
+    const auto movedAll = [&] {
+        if (moveFailures == 0)
+            return 0;
+        return fail(QStringLiteral("%1 Seite(n) konnten nicht in den Bildordner '%2' verschoben werden.")
+                        .arg(moveFailures)
+                        .arg(imageDir));
+    };
     if (pages.isEmpty())
-        return 0;
+        return movedAll();
 
     // Pages in parallel, one engine per thread; each page's line lands in its own slot so the
     // file keeps the name order.
@@ -178,18 +199,8 @@ int main(int argc, char** argv) {
             evaluation::cutBack(alternativesFile, alternativesSize);
         return fail(error);
     }
-    int moveFailures = 0;
-    for (const QFileInfo& page : pages) {
-        const QString target = QDir(imageDir).filePath(page.fileName());
-        if (QFileInfo::exists(target) || !QFile::rename(page.filePath(), target)) {
-            WriteLog(logSource,
-                     QStringLiteral("Seite '%1' nicht in den Bildordner verschiebbar.").arg(page.filePath()));
-            ++moveFailures;
-        }
-    }
-    if (moveFailures > 0)
-        return fail(QStringLiteral("%1 Seite(n) konnten nicht in den Bildordner '%2' verschoben werden.")
-                        .arg(moveFailures)
-                        .arg(imageDir));
-    return 0;
+    for (const QFileInfo& page : pages)
+        if (!QFile::rename(page.filePath(), QDir(imageDir).filePath(page.fileName())))
+            refuse(page);
+    return movedAll();
 }

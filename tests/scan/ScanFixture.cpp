@@ -49,45 +49,21 @@ TiffFacts readTiff(const QString& path) {
     facts.height = int(height);
     facts.bitsPerSample = bits;
     if (bits == 1) {
+        facts.pbm = QStringLiteral("P4\n%1 %2\n").arg(width).arg(height).toLatin1();
         QByteArray row(TIFFScanlineSize(tif), '\0');
         qint64 black = 0;
         for (uint32_t y = 0; y < height; ++y) {
             TIFFReadScanline(tif, row.data(), y, 0);
-            for (uint32_t x = 0; x < width; ++x) {
-                const bool set = (uchar(row[x / 8]) >> (7 - x % 8)) & 1;
-                black += photometric == PHOTOMETRIC_MINISWHITE ? set : !set;
-            }
+            // PBM has 1 for black, as "min is white" does.
+            if (photometric != PHOTOMETRIC_MINISWHITE)
+                for (char& c : row)
+                    c = char(~c);
+            for (uint32_t x = 0; x < width; ++x)
+                black += (uchar(row[x / 8]) >> (7 - x % 8)) & 1;
+            facts.pbm += row.left((width + 7) / 8);
         }
         facts.blackShare = double(black) / (double(width) * height);
     }
     TIFFClose(tif);
     return facts;
-}
-
-bool tiffToPbm(const QString& tiff, const QString& pbm) {
-    TIFF* tif = TIFFOpen(QFile::encodeName(tiff).constData(), "r");
-    if (!tif)
-        return false;
-    uint32_t width = 0, height = 0;
-    uint16_t photometric = 0;
-    TIFFGetField(tif, TIFFTAG_IMAGEWIDTH, &width);
-    TIFFGetField(tif, TIFFTAG_IMAGELENGTH, &height);
-    TIFFGetField(tif, TIFFTAG_PHOTOMETRIC, &photometric);
-    QFile out(pbm);
-    if (!out.open(QIODevice::WriteOnly)) {
-        TIFFClose(tif);
-        return false;
-    }
-    out.write(QStringLiteral("P4\n%1 %2\n").arg(width).arg(height).toLatin1());
-    QByteArray row(TIFFScanlineSize(tif), '\0');
-    for (uint32_t y = 0; y < height; ++y) {
-        TIFFReadScanline(tif, row.data(), y, 0);
-        // PBM has 1 for black, as "min is white" does.
-        if (photometric != PHOTOMETRIC_MINISWHITE)
-            for (char& c : row)
-                c = char(~c);
-        out.write(row.constData(), (width + 7) / 8);
-    }
-    TIFFClose(tif);
-    return true;
 }

@@ -6,6 +6,7 @@
 
 #include "HomeTest.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -24,8 +25,7 @@ struct TiffFacts {
     float xDpi = 0;
     float yDpi = 0;
     double blackShare = 0; // share of black pixels of a bitonal page
+    QByteArray pbm;        // a bitonal first page as a PBM file, the input of SANE's pnm device
 };
 // What a TIFF file says of itself; compression 0 when it cannot be read.
 TiffFacts readTiff(const QString& path);
-// Writes the first page of a bitonal TIFF as a PBM file, the input of SANE's pnm device.
-bool tiffToPbm(const QString& tiff, const QString& pbm);

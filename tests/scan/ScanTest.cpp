@@ -17,6 +17,8 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
+#include <cstdlib>
+#include <tuple>
 
 #include <tiffio.h>
 
@@ -34,12 +36,17 @@ struct RecordingObserver : ScanObserver {
     }
 };
 
-QStringList poolNames() {
-    QStringList names;
-    QSqlQuery q = execSql(QStringLiteral("SELECT BMPName, NACHNAME FROM zvbWerte ORDER BY LfdNr"));
-    while (q.next())
-        names << q.value(0).toString() + QLatin1Char(' ') + q.value(1).toString();
-    return names;
+// The pool's rows in table order, each as its columns' values joined by blanks.
+QStringList poolNames(const QString& columns = QStringLiteral("BMPName, NACHNAME")) {
+    QStringList rows;
+    QSqlQuery q = execSql(QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM zvbWerte ORDER BY LfdNr"));
+    while (q.next()) {
+        QStringList values;
+        for (int i = 0; i < q.record().count(); ++i)
+            values << q.value(i).toString();
+        rows << values.join(QLatin1Char(' '));
+    }
+    return rows;
 }
 
 class GetScanFileTest : public HomeTest {};
@@ -76,6 +83,8 @@ TEST_F(GetScanFileTest, names_carry_day_workstation_and_a_counter_that_skips_nam
         {"day 45, workstation 07", QDate(2026, 2, 14), "07", 45, 26, {}, "04507001A.tif", 27},
         // The same day of the next year goes on with the old counter.
         {"same day next year", QDate(2027, 11, 15), "01", 319, 9, {}, "319010009.tif", 10},
+        // The counter's end is an overflow error and the counter stays.
+        {"counter 32767", QDate(2026, 11, 15), "01", 319, 32767, {}, nullptr, 32767},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
@@ -87,21 +96,13 @@ TEST_F(GetScanFileTest, names_carry_day_workstation_and_a_counter_that_skips_nam
                      c.storedCounter);
         SetSysValue(QStringLiteral("Scan_RechnerId"), QString::fromLatin1(c.workstation));
 
-        EXPECT_EQ(GetScanFile(), home.path(QStringLiteral("scan/") + QLatin1String(c.expected)));
+        if (c.expected)
+            EXPECT_EQ(GetScanFile(), home.path(QStringLiteral("scan/") + QLatin1String(c.expected)));
+        else
+            EXPECT_THROW(GetScanFile(), VeridonError);
         EXPECT_EQ(GetSysValue(QStringLiteral("Scan_NrDesTages")).toInt(), c.counterAfter);
         EXPECT_EQ(GetSysValue(QStringLiteral("Scan_TagDesJahres")).toInt(), c.today.dayOfYear());
     }
-}
-
-TEST_F(GetScanFileTest, the_counters_end_is_an_overflow_error) {
-    SetSysValues(QStringLiteral("Scan_TagDesJahres"), 319, QStringLiteral("Scan_NrDesTages"), 32767);
-    try {
-        GetScanFile();
-        ADD_FAILURE() << "no error past counter 32767";
-    } catch (const VeridonError& e) {
-        EXPECT_EQ(e.number(), ErrorNumber::Overflow);
-    }
-    EXPECT_EQ(GetSysValue(QStringLiteral("Scan_NrDesTages")).toInt(), 32767);
 }
 
 TEST_F(ScanSequenceTest, a_feeder_of_pages_becomes_group4_tiffs_at_200_dpi_and_a_new_pool) {
@@ -118,14 +119,12 @@ TEST_F(ScanSequenceTest, a_feeder_of_pages_becomes_group4_tiffs_at_200_dpi_and_a
     EXPECT_EQ(observer.events, QStringList{"disable"} + names + QStringList{"enable"});
     EXPECT_TRUE(messages.prompts().isEmpty()) << messages.prompts().join(u'|').toStdString();
     for (const QString& name : names) {
+        // A4 at 200 dpi (give or take a pixel of rounding in the device), with the grid drawn on it.
         const TiffFacts tiff = readTiff(home.path(QStringLiteral("images/") + name));
-        EXPECT_EQ(tiff.compression, COMPRESSION_CCITTFAX4) << name.toStdString();
-        EXPECT_EQ(tiff.bitsPerSample, 1);
-        EXPECT_FLOAT_EQ(tiff.xDpi, 200.0f);
-        EXPECT_FLOAT_EQ(tiff.yDpi, 200.0f);
-        // A4 at 200 dpi, with the grid drawn on it.
-        EXPECT_NEAR(tiff.width, 1654, 2);
-        EXPECT_NEAR(tiff.height, 2339, 2);
+        EXPECT_EQ(std::tuple(tiff.compression, tiff.bitsPerSample, tiff.xDpi, tiff.yDpi),
+                  std::tuple(COMPRESSION_CCITTFAX4, 1, 200.0f, 200.0f))
+            << name.toStdString();
+        EXPECT_LE(std::abs(tiff.width - 1654) + std::abs(tiff.height - 2339), 2) << tiff.width << "x" << tiff.height;
         EXPECT_GT(tiff.blackShare, 0.001);
         EXPECT_LT(tiff.blackShare, 0.5);
     }
@@ -190,8 +189,8 @@ TEST_F(ScanSequenceTest, device_faults_keep_the_pages_saved_and_say_what_happene
 // up into the form's fields (dates as the card prints them; the form normalises them when checked).
 TEST_F(ScanSequenceTest, the_pnm_device_scans_a_rendered_form_pixel_for_pixel_into_a_record) {
     const QString form = QStringLiteral(VERIDON_DATA_DIR "/demo/home/images/31901001.tif");
-    const QString pbm = home.path(QStringLiteral("vorlage.pbm"));
-    ASSERT_TRUE(tiffToPbm(form, pbm));
+    const TiffFacts original = readTiff(form);
+    const QString pbm = home.writeFile(QStringLiteral("vorlage.pbm"), original.pbm);
     storeScanOptions(QStringLiteral("pnm:0"), {{QStringLiteral("filename"), pbm}});
     chooseScanDevice(QStringLiteral("pnm:0"));
 #ifdef VERIDON_ZVSCAN
@@ -208,22 +207,11 @@ TEST_F(ScanSequenceTest, the_pnm_device_scans_a_rendered_form_pixel_for_pixel_in
     const ScanRun run = RunScanSequence(*scanner, {}, observer);
 
     EXPECT_EQ(run.pages, 1);
-    const TiffFacts original = readTiff(form);
     const TiffFacts scanned = readTiff(home.path(QStringLiteral("images/319010001.tif")));
     EXPECT_EQ(scanned.compression, COMPRESSION_CCITTFAX4);
     EXPECT_FLOAT_EQ(scanned.xDpi, 200.0f);
-    EXPECT_EQ(scanned.width, original.width);
-    EXPECT_EQ(scanned.height, original.height);
-    EXPECT_DOUBLE_EQ(scanned.blackShare, original.blackShare);
-    QSqlQuery q = execSql(QStringLiteral("SELECT BMPName,") + columns + QStringLiteral(" FROM zvbWerte"));
-    QStringList rows;
-    while (q.next()) {
-        QStringList values;
-        for (int i = 0; i < q.record().count(); ++i)
-            values << q.value(i).toString();
-        rows << values.join(QLatin1Char(' '));
-    }
-    EXPECT_EQ(rows, QStringList{QStringLiteral("319010001.tif") + record});
+    EXPECT_TRUE(scanned.pbm == original.pbm) << "the page differs from the form fed in";
+    EXPECT_EQ(poolNames(QStringLiteral("BMPName,") + columns), QStringList{QStringLiteral("319010001.tif") + record});
 }
 
 TEST_F(ScanSequenceTest, a_page_that_cannot_be_saved_stops_the_feeder_and_keeps_the_pool) {

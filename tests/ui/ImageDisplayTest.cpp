@@ -5,7 +5,6 @@
 
 #include "MainWindowFixture.h"
 
-#include "app/Home.h"
 #include "app/mdlDB.h"
 
 #include <QAction>
@@ -19,20 +18,15 @@ namespace {
 
 class ImageDisplay : public MainWindowTest {
 protected:
-    ImageDisplay() { setting("GUI_BildanzeigeEnabled", true); }
-
-    // The demo scan of Mrs Huber's card, as the evaluation leaves it in the image folder.
-    QString copyDemoImage(const QString& name = "31901001.tif") {
-        const QString target = home.path("images/" + name);
-        QFile::remove(target);
-        EXPECT_TRUE(QFile::copy(masterDataDir() + "demo/home/images/31901001.tif", target));
-        return target;
-    }
+    ImageDisplay() { SetSysValue("GUI_BildanzeigeEnabled", true); }
 };
 
-TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard_and_closes_with_the_program) {
-    copyDemoImage();
-    insertDemoRecords(1);
+// The page follows the field in hand without taking the keyboard. F12 shows it full screen until
+// Escape, then the viewer is closed until the next field; the display switch closes it and keeps it
+// closed, also at the next start. It closes with the program.
+TEST_F(ImageDisplay, follows_the_field_in_hand_and_closes_by_f12_the_display_switch_and_the_program) {
+    writeImage("31901001.tif");
+    insertDemoRecords(2);
     open();
     ASSERT_NE(viewer(), nullptr);
     EXPECT_TRUE(viewerStatus().contains("31901001.tif")) << viewerStatus().toStdString();
@@ -51,61 +45,12 @@ TEST_F(ImageDisplay, follows_the_field_in_hand_without_taking_the_keyboard_and_c
     type("x");
     EXPECT_TRUE(field("NACHNAME")->text().endsWith("x"));
 
-    messages.queueAnswer(MsgBox::Yes);
-    window->close();
-    EXPECT_EQ(viewer(), nullptr);
-}
-
-// The viewer never shows a record beside another record's card: a record whose image is missing
-// gets a blank page that names the file, one whose name is path-like (never shown) closes the
-// viewer. Neither is a message.
-TEST_F(ImageDisplay, another_records_card_never_stays_beside_a_record_without_its_image) {
-    copyDemoImage();
-    FormValues form = demoForms().at(0);
-    insertRecord(form); // Huber, with her card
-    FormValues missing = demoForms().at(1);
-    missing["BMPName"] = "31909999.tif"; // de Vries, never scanned
-    const qint32 deVries = insertRecord(missing);
-    // The scan lies in a sub-folder of the image folder and the record names it with that folder:
-    // image folder + name is a file, but a name with a folder is never shown.
-    QDir().mkpath(home.path("images/alt"));
-    copyDemoImage("alt/31901001.tif");
-    form["BMPName"] = "alt/31901001.tif";
-    insertRecord(form);
-    open();
-    ASSERT_TRUE(viewerStatus().contains("31901001.tif"));
-
-    key(Qt::Key_F10); // hands Mrs Huber over; Mr de Vries comes next
-    ASSERT_EQ(window->currentRecord(), deVries);
-    ASSERT_NE(viewer(), nullptr);
-    EXPECT_TRUE(viewerStatus().contains("31909999.tif")) << viewerStatus().toStdString();
-    EXPECT_FALSE(viewerStatus().contains("31901001.tif")) << viewerStatus().toStdString();
-    QImage page = viewer()->findChild<QWidget*>("zvbkorPage")->grab().toImage();
-    EXPECT_EQ(page.pixelColor(page.width() / 2, page.height() / 3), QColor(Qt::white)) << "a blank sheet";
-    key(Qt::Key_Tab);
-    EXPECT_TRUE(viewerStatus().contains("31909999.tif"));
-
-    messages.queueAnswer(MsgBox::Yes);
-    key(Qt::Key_F8); // discards him
-    ASSERT_EQ(field("NACHNAME")->text(), "Huber");
-    EXPECT_EQ(viewer(), nullptr);
-    EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString(); // the discard's question
-}
-
-// F12 shows the page full screen until Escape, then the viewer is closed until the next field;
-// the display switch closes it and keeps it closed, also at the next start.
-TEST_F(ImageDisplay, f12_full_screen_and_the_display_switch_close_the_viewer) {
-    copyDemoImage();
-    insertDemoRecords(2);
-    open();
-    ASSERT_NE(viewer(), nullptr);
     bool fullScreenSeen = false;
     QTimer::singleShot(100, [&] {
-        for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->isVisible() && w->objectName() == "zvbkorFullScreen") {
-                fullScreenSeen = true;
-                QTest::keyClick(w, Qt::Key_Escape);
-            }
+        if (QWidget* full = shown("zvbkorFullScreen")) {
+            fullScreenSeen = true;
+            QTest::keyClick(full, Qt::Key_Escape);
+        }
     });
     key(Qt::Key_F12);
     EXPECT_TRUE(fullScreenSeen);
@@ -127,6 +72,45 @@ TEST_F(ImageDisplay, f12_full_screen_and_the_display_switch_close_the_viewer) {
     action("mpToggleBildanzeige")->trigger();
     EXPECT_TRUE(GetSysFlag("GUI_BildanzeigeEnabled", false));
     EXPECT_NE(viewer(), nullptr);
+    messages.queueAnswer(MsgBox::Yes);
+    window->close();
+    EXPECT_EQ(viewer(), nullptr);
+}
+
+// The viewer never shows a record beside another record's card: a record whose image is missing
+// gets a blank page that names the file, one whose name is path-like (never shown) closes the
+// viewer. Neither is a message.
+TEST_F(ImageDisplay, another_records_card_never_stays_beside_a_record_without_its_image) {
+    writeImage("31901001.tif");
+    FormValues form = demoForms().at(0);
+    insertRecord(form); // Huber, with her card
+    FormValues missing = demoForms().at(1);
+    missing["BMPName"] = "31909999.tif"; // de Vries, never scanned
+    const qint32 deVries = insertRecord(missing);
+    // The scan lies in a sub-folder of the image folder and the record names it with that folder:
+    // image folder + name is a file, but a name with a folder is never shown.
+    QDir().mkpath(home.path("images/alt"));
+    writeImage("alt/31901001.tif");
+    form["BMPName"] = "alt/31901001.tif";
+    insertRecord(form);
+    open();
+    ASSERT_TRUE(viewerStatus().contains("31901001.tif"));
+
+    key(Qt::Key_F10); // hands Mrs Huber over; Mr de Vries comes next
+    ASSERT_EQ(window->currentRecord(), deVries);
+    ASSERT_NE(viewer(), nullptr);
+    EXPECT_TRUE(viewerStatus().contains("31909999.tif")) << viewerStatus().toStdString();
+    EXPECT_FALSE(viewerStatus().contains("31901001.tif")) << viewerStatus().toStdString();
+    QImage page = viewer()->findChild<QWidget*>("zvbkorPage")->grab().toImage();
+    EXPECT_EQ(page.pixelColor(page.width() / 2, page.height() / 3), QColor(Qt::white)) << "a blank sheet";
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(viewerStatus().contains("31909999.tif"));
+
+    messages.queueAnswer(MsgBox::Yes);
+    key(Qt::Key_F8); // discards him
+    ASSERT_EQ(field("NACHNAME")->text(), "Huber");
+    EXPECT_EQ(viewer(), nullptr);
+    EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString(); // the discard's question
 }
 
 } // namespace

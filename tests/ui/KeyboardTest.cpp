@@ -1,29 +1,42 @@
 // SPDX-License-Identifier: Apache-2.0
 // The form's keyboard, key by key as the operator presses them: F2 and Shift+F2 to the faulty
 // fields, cursor placement, Escape, Enter like Tab, F3, overwrite mode, the pad's decimal key and
-// the configured hot keys. The settings are read at each key, so one window sees several.
+// the configured hot keys; the fields' colours after their checks, which F2 searches by; and the
+// key for the reader's candidates. The settings are read at each key, so one window sees several.
 
 #include "MainWindowFixture.h"
 
+#include "admin/OperatorStats.h"
 #include "app/Database.h"
-#include "app/mdlDB.h"
+#include "app/TextFile.h"
+#include "import/mdlImport.h"
+
+#include <QStatusBar>
 
 namespace {
 
 using Keyboard = MainWindowTest;
 
 // Mrs Huber's form as read by the evaluation, with two characters it could not read.
-TEST_F(Keyboard, f2_and_its_hot_key_land_on_the_question_marks_as_the_cursor_settings_say) {
-    setting("Cursor_F2", true);
-    setting("Key_F2", 1); // zvbSysKeys 1: "+ (Ziffernblock)", character 43, key code 107
+TEST_F(Keyboard, f2_and_its_hot_key_land_on_the_question_marks_and_tab_on_the_field_as_the_cursor_settings_say) {
+    SetSysValue("Cursor_F2", true);
+    SetSysValue("Cursor_Allg", 0);
+    SetSysValue("Key_F2", 1); // zvbSysKeys 1: "+ (Ziffernblock)", character 43, key code 107
     FormValues form = demoForms().at(0);
     form["NACHNAME"] = "Hu?er";
     form["GEBDAT"] = "03.0?.1961";
     insertRecord(form);
     insertDemoRecords(2);
     open();
-    ASSERT_EQ(focusedName(), "FORM_ID");
+    // A field entered by Tab follows Cursor_Allg (0: all, 1: at the start), even with a "?" in it.
+    tabTo("NACHNAME");
+    EXPECT_EQ(field("NACHNAME")->selectedText(), "Hu?er");
+    SetSysValue("Cursor_Allg", 1);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(field("VORNAME")->cursorPosition(), 0);
+    EXPECT_FALSE(field("VORNAME")->hasSelectedText());
 
+    field("FORM_ID")->setFocus();
     key(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(focusedName(), "NACHNAME");
     EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
@@ -45,40 +58,23 @@ TEST_F(Keyboard, f2_and_its_hot_key_land_on_the_question_marks_as_the_cursor_set
     key(Qt::Key_End);
     key(Qt::Key_Plus);
     EXPECT_EQ(field("NACHNAME")->text(), "Huber+");
-    setting("Key_F2", 0);
+    SetSysValue("Key_F2", 0);
     key(Qt::Key_Plus, Qt::KeypadModifier);
     EXPECT_EQ(field("NACHNAME")->text(), "Huber++");
 
     // Without Cursor_F2 the jump follows the general cursor rule (2: at the end).
-    setting("Cursor_F2", false);
-    setting("Cursor_Allg", 2);
+    SetSysValue("Cursor_F2", false);
+    SetSysValue("Cursor_Allg", 2);
     key(Qt::Key_F2);
     EXPECT_EQ(focusedName(), "GEBDAT");
     EXPECT_FALSE(field("GEBDAT")->hasSelectedText());
     EXPECT_EQ(field("GEBDAT")->cursorPosition(), 10);
 }
 
-TEST_F(Keyboard, a_field_entered_by_tab_follows_cursor_allg_even_with_a_question_mark) {
-    setting("Cursor_F2", true);
-    setting("Cursor_Allg", 0);
-    FormValues form = demoForms().at(0);
-    form["SCANDAT"] = "12?4";
-    insertRecord(form);
-    open();
-    key(Qt::Key_Tab);
-    EXPECT_EQ(focusedName(), "SCANDAT");
-    EXPECT_EQ(field("SCANDAT")->selectedText(), "12?4");
-
-    setting("Cursor_Allg", 1);
-    key(Qt::Key_Tab);
-    EXPECT_EQ(field("STATE")->cursorPosition(), 0);
-    EXPECT_FALSE(field("STATE")->hasSelectedText());
-}
-
 TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
     execSql("INSERT INTO ZVBForm_Felder (FeldNr, ReihenfolgeNr) VALUES ('BARCODE', 99)");
-    setting("Cursor_Allg", 1);
-    setting("Key_NUMKommaGleichEntf", true);
+    SetSysValue("Cursor_Allg", 1);
+    SetSysValue("Key_NUMKommaGleichEntf", true);
     insertDemoRecords(1);
     open();
     // The field table is rebuilt from the form when it loads; a field it does not have goes.
@@ -87,18 +83,18 @@ TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
 
     key(Qt::Key_Comma, Qt::KeypadModifier);
     EXPECT_EQ(field("FORM_ID")->text(), "-111N") << "the pad's decimal key deletes";
-    setting("Key_NUMKommaGleichEntf", false);
+    SetSysValue("Key_NUMKommaGleichEntf", false);
     key(Qt::Key_Comma, Qt::KeypadModifier);
     EXPECT_EQ(field("FORM_ID")->text(), ",-111N");
     key(Qt::Key_F3);
     EXPECT_EQ(field("FORM_ID")->text(), "");
 
-    setting("Key_EnterLikeTab", true);
+    SetSysValue("Key_EnterLikeTab", true);
     key(Qt::Key_Return);
     EXPECT_EQ(focusedName(), "SCANDAT");
     key(Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(focusedName(), "STATE");
-    setting("Key_EnterLikeTab", false);
+    SetSysValue("Key_EnterLikeTab", false);
     key(Qt::Key_Return);
     EXPECT_EQ(focusedName(), "STATE");
 
@@ -119,7 +115,7 @@ TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
     EXPECT_EQ(field("NACHNAME")->text(), "Huber");
 
     // Left with a change and entered again: Escape goes back to the changed text, not the stored one.
-    setting("Cursor_Allg", 2);
+    SetSysValue("Cursor_Allg", 2);
     tabTo("VORNAME");
     type(" T.");
     key(Qt::Key_Tab);
@@ -129,6 +125,91 @@ TEST_F(Keyboard, the_editing_keys_pad_decimal_f3_enter_insert_and_escape) {
     EXPECT_EQ(field("VORNAME")->text(), "Maria T.x");
     key(Qt::Key_Escape);
     EXPECT_EQ(field("VORNAME")->text(), "Maria T.");
+}
+
+// A field is checked when it is left and takes the colour of its status; the record is checked and
+// coloured when it is shown (a missing name, an insurance number whose check digit is wrong). F2
+// finds fields by "?" or by the error colour as F2_WasSuchen says.
+TEST_F(Keyboard, fields_take_the_colour_of_their_check_and_f2_finds_what_f2_was_suchen_says) {
+    SetSysValue("F2_WieWeitSuchen", 1);
+    FormValues form = demoForms().at(0);
+    form["NACHNAME"] = "";              // error colour, no question mark
+    form["GEBDAT"] = "03.0?.1961";      // a question mark
+    form["PERSONAL_ID"] = "1234030761"; // Austrian insurance number, check digit 6 would be right
+    form["Fehlerhaft"] = "";
+    insertRecord(form);
+    open();
+    EXPECT_EQ(background("NACHNAME"), errorColour);
+    EXPECT_EQ(background("VORNAME"), okColour);
+    EXPECT_EQ(background("PERSONAL_ID"), QColor(0xFF, 0xFF, 0x80)) << "light yellow for a warning";
+    // 0: question marks only, 1: nothing, 2: both, 3: error colours only.
+    const std::pair<int, const char*> rows[] = {{0, "GEBDAT"}, {1, "buttonOK"}, {2, "NACHNAME"}, {3, "NACHNAME"}};
+    for (const auto& [wasSuchen, found] : rows) {
+        SCOPED_TRACE(wasSuchen);
+        SetSysValue("F2_WasSuchen", wasSuchen);
+        field("FORM_ID")->setFocus();
+        key(Qt::Key_F2);
+        EXPECT_EQ(focusedName(), found);
+    }
+
+    tabTo("CARD_ID");
+    EXPECT_EQ(background("CARD_ID"), okColour);
+    key(Qt::Key_F3);
+    type("8004A12");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(background("CARD_ID"), errorColour);
+    EXPECT_EQ(WerteArray().GetValue("CARD_ID"), "8004A12");
+    EXPECT_EQ(WerteArray().GetValue("Fehlerhaft").mid(8, 1), "3");
+    EXPECT_EQ(background("CARD_EXPIRY"), okColour) << "the other fields keep their colours";
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    key(Qt::Key_F3);
+    type("80040001234567890123");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(background("CARD_ID"), okColour);
+}
+
+TEST_F(Keyboard, the_alternative_key_pages_through_the_candidates_and_enter_takes_the_one_shown) {
+    // Mrs Huber's card with the b of her name unreadable; the reader thought of h first, then b.
+    home.writeFile("tarnvel.ini", encodeText("[Beleg]\nTrenner=;\n"));
+    home.writeFile("import/zvscan.txt",
+                   encodeText("31901001.tif;15.11.2026;5;0;0;;;;;;;EHIC  DE;DE;Hu\\fer;Maria;"
+                              "03/07/1961     1236030761;AOK Bayern;80276000001234567890     31/12/2029\n"));
+    home.writeFile("import/zvscan.alt", "31901001.tif\tT5_L3\t1\thb\r\n");
+    ASSERT_EQ(ImportZVBWerte(home.path("import/zvscan.txt")), 1);
+    writeImage("31901001.tif");
+    SetSysValue("Cursor_F2", true);
+    SetSysValue("Key_EnterLikeTab", true);
+    open();
+    EXPECT_EQ(background("NACHNAME"), errorColour);
+
+    key(Qt::Key_F2);
+    ASSERT_EQ(focusedName(), "NACHNAME");
+    ASSERT_EQ(field("NACHNAME")->selectedText(), "?");
+    EXPECT_EQ(window->statusBar()->currentMessage(),
+              "Lesevorschläge: h, b (angezeigt: ?) - F6 zeigt den nächsten, Enter übernimmt.");
+
+    const struct {
+        const char* text;
+        const char* selected;
+    } pages[] = {{"Huher", "h"}, {"Huber", "b"}, {"Hu?er", "?"}, {"Huher", "h"}, {"Huber", "b"}};
+    for (const auto& page : pages) {
+        key(Qt::Key_F6);
+        EXPECT_EQ(field("NACHNAME")->text(), page.text);
+        EXPECT_EQ(field("NACHNAME")->selectedText(), page.selected);
+        EXPECT_EQ(field("NACHNAME")->selectionStart(), 2);
+    }
+    EXPECT_EQ(window->statusBar()->currentMessage(),
+              "Lesevorschläge: h, b (angezeigt: b) - F6 zeigt den nächsten, Enter übernimmt.");
+
+    key(Qt::Key_Return);
+    EXPECT_EQ(focusedName(), "VORNAME");
+    EXPECT_EQ(field("NACHNAME")->text(), "Huber");
+    EXPECT_EQ(background("NACHNAME"), okColour);
+    EXPECT_EQ(recordWork().keystrokes, 7) << "F2, five times the key and Enter are the operator's work";
+
+    // On a character the reader was sure of, the key does nothing.
+    key(Qt::Key_F6);
+    EXPECT_EQ(field("VORNAME")->text(), "Maria");
 }
 
 } // namespace

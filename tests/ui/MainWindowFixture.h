@@ -5,54 +5,101 @@
 
 #include "../workflow/DemoRecords.h"
 #include "HomeTest.h"
+#include "app/Home.h"
+#include "app/mdlDB.h"
+#include "model/FormModel.h"
 #include "ui/frmMain.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <memory>
 
+// The field colours of the demo settings: light red for an error, green for a field that passed.
+inline const QColor errorColour(0xFF, 0xA0, 0xA0), okColour(0x00, 0xFF, 0x00);
+
 class MainWindowTest : public HomeTest {
 protected:
-    MainWindowTest();
-    ~MainWindowTest() override;
+    MainWindowTest() {
+        FelderArray().Fill();
+        WerteArray().Clear();
+    }
+    ~MainWindowTest() override {
+        window.reset();
+        WerteArray().Clear();
+        FelderArray().EmptyArray();
+    }
 
-    // Writes a setting of zvbSys (before the window opens, or while it is open).
-    void setting(const QString& column, const QVariant& value);
     // Opens the window (it takes the first waiting record) and waits until it has the keyboard.
-    void open();
+    void open() {
+        window = std::make_unique<frmMain>();
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
     // A click of key on the window: it goes to the control with the focus.
-    void key(Qt::Key k, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void key(Qt::Key k, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(window->windowHandle(), k, modifiers);
+    }
     // Types text into the control with the focus, key by key.
-    void type(const QString& text);
+    void type(const QString& text) {
+        for (const QChar c : text)
+            QTest::keyClick(window->windowHandle(), c.toLatin1());
+    }
     // Presses Tab until the field name has the focus; fails the test when it never gets it.
-    void tabTo(const QString& name);
+    void tabTo(const QString& name) {
+        for (int i = 0; i < 12 && focusedName() != name; ++i)
+            key(Qt::Key_Tab);
+        ASSERT_EQ(focusedName(), name);
+    }
 
-    QLineEdit* field(const QString& name) const;
-    QPushButton* button(const QString& name) const;
-    QAction* action(const QString& name) const;
-    QWidget* focused() const;
-    QString focusedName() const;
+    QLineEdit* field(const QString& name) const { return window->findChild<QLineEdit*>(name); }
+    QPushButton* button(const QString& name) const { return window->findChild<QPushButton*>(name); }
+    QAction* action(const QString& name) const { return window->findChild<QAction*>(name); }
+    static QString focusedName() {
+        return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
+    }
     // The background colour a field shows.
-    QColor background(const QString& name) const;
+    QColor background(const QString& name) const {
+        return field(name)->palette().color(QPalette::Active, QPalette::Base);
+    }
 
-    // A small image file named name in the home's image folder; returns its path.
-    QString writeImage(const QString& name);
+    // The demo scan named name (else Mrs Huber's card) in the home's image folder; returns its path.
+    QString writeImage(const QString& name) {
+        const QString demo = masterDataDir() + "demo/home/images/", path = home.path("images/" + name);
+        QFile::remove(path);
+        EXPECT_TRUE(QFile::copy(QFile::exists(demo + name) ? demo + name : demo + "31901001.tif", path))
+            << path.toStdString();
+        return path;
+    }
     // True once the record of the image has been exported.
-    bool exported(const QString& image) const;
+    bool exported(const QString& image) const {
+        return QFileInfo::exists(home.path("export/" + QFileInfo(image).completeBaseName() + ".xml"));
+    }
     // Reports are the export's own business; here none is due and nothing asks for one.
-    void noReports();
+    static void noReports() {
+        SetSysValue("Report_Ambrix_Country", 0);
+        SetSysValue("Report_Other_Country", 0);
+    }
 
-    // The image viewer's window while it is shown (found by its caption, as the window finds it),
-    // and its status line.
-    static QWidget* viewer();
-    static QString viewerStatus();
-    // The error list while it is shown.
-    static QWidget* errorList();
+    // A window of the program by its object name while it is shown: the image viewer
+    // ("zvbkorViewer"), the error list ("frmFehler"), the wait window ("frmWaitShell").
+    static QWidget* shown(const QString& name) {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->isVisible() && w->objectName() == name)
+                return w;
+        return nullptr;
+    }
+    static QWidget* viewer() { return shown("zvbkorViewer"); }
+    // The viewer's status line; empty while it is closed.
+    static QString viewerStatus() {
+        return viewer() ? viewer()->findChild<QLabel*>("zvbkorStatus")->text() : QString();
+    }
 
     std::unique_ptr<frmMain> window;
 };
-
-// The colour a colour reference 0x00BBGGRR stands for.
-QColor colourFromReference(qint32 reference);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// The pieces of the windows program's start: the database check of the start-up window, one copy
-// per home, the message boxes and the progress in the status bar.
+// The windows program's start: the database check of the start-up window, one copy per home (also
+// as the whole program, started as the operator starts it), the message boxes and the progress in
+// the status bar.
 
+#include "../workflow/DemoRecords.h"
+#include "CliRun.h"
 #include "HomeTest.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
@@ -15,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProcess>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -23,7 +27,7 @@
 
 namespace {
 
-class DatabaseCheck : public HomeTest {};
+using DatabaseCheck = HomeTest;
 
 // A reachable central database passes without a word. One that is not there (a folder, nothing
 // set, a pool server that does not answer) is named in a message and asked for with the file
@@ -94,44 +98,28 @@ TEST(SingleInstanceGuard, a_second_start_on_the_same_home_brings_the_first_forwa
     EXPECT_FALSE(other.activateRunning());
 }
 
-// Answers the next message box with a key, as the operator would; notes what it saw.
-struct BoxAnswerer {
-    explicit BoxAnswerer(int k) : key(k) {}
-    int key;
-    QStringList seenButtons;
-    QString seenText;
-    QString focused;
-    bool cursorLifted = false;
+// Answers the next message box with key once it has the keyboard, as the operator would; notes its
+// text, its captions, the caption with the focus and whether the busy cursor was lifted.
+void answerBox(int key, QStringList& seen) {
+    QTimer::singleShot(50, [key, &seen] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        const QWidget* focus = QApplication::focusWidget();
+        if (!box || !focus || focus->window() != box)
+            return answerBox(key, seen);
+        QStringList captions;
+        for (QAbstractButton* b : box->buttons())
+            captions << b->text();
+        seen = {box->text(), captions.join(' '), focus->property("text").toString(),
+                QApplication::overrideCursor() ? "busy" : "arrow"};
+        QTest::keyClick(box, Qt::Key(key));
+    });
+}
 
-    void arm() {
-        QTimer::singleShot(50, [this] {
-            // The operator answers once the box has the keyboard.
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            const QWidget* focus = QApplication::focusWidget();
-            if (!box || !focus || focus->window() != box)
-                return arm();
-            seenText = box->text();
-            cursorLifted = QApplication::overrideCursor() == nullptr;
-            for (QAbstractButton* b : box->buttons())
-                seenButtons << b->text();
-            if (QWidget* f = QApplication::focusWidget())
-                focused = qobject_cast<QAbstractButton*>(f) ? static_cast<QAbstractButton*>(f)->text() : QString();
-            QTest::keyClick(box, Qt::Key(key));
-        });
-    }
-};
-
-class MessageBoxes : public HomeTest {
-protected:
-    ~MessageBoxes() override {
-        SetSysValue("APP_Language", "DE");
-        ReloadLanguage();
-    }
-};
+using MessageBoxes = HomeTest;
 
 // Every button has its letter, the captions follow the language, and a question that deletes
-// defaults to No: a hasty Enter keeps the record. A message shows its lines and closes with Enter;
-// the busy cursor waits outside the box.
+// defaults to No (it has the focus): a hasty Enter keeps the record. A message shows its lines and
+// closes with Enter; the busy cursor waits outside the box.
 TEST_F(MessageBoxes, answers_by_key_in_the_operators_language_with_no_as_the_safe_default) {
     const QString question = "Wollen Sie wirklich den aktuellen Datensatz verwerfen?";
     const int askDelete = MsgBox::YesNo + MsgBox::Question + MsgBox::DefaultButton2;
@@ -141,27 +129,26 @@ TEST_F(MessageBoxes, answers_by_key_in_the_operators_language_with_no_as_the_saf
         int buttons;
         int key;
         int expected;
-        QStringList captions;
+        QString captions;
+        QString focused;
     } cases[] = {
-        {"DE", question, askDelete, Qt::Key_Return, MsgBox::No, {"&Ja", "&Nein"}},
-        {"DE", question, askDelete, Qt::Key_J, MsgBox::Yes, {"&Ja", "&Nein"}},
-        {"DE", question, askDelete, Qt::Key_Escape, MsgBox::No, {"&Ja", "&Nein"}},
-        {"EN", question, askDelete, Qt::Key_Y, MsgBox::Yes, {"&Yes", "&No"}},
-        {"EN", question, askDelete, Qt::Key_Return, MsgBox::No, {"&Yes", "&No"}},
-        {"DE", "Zeile 1\r\nZeile 2", MsgBox::Information, Qt::Key_Return, MsgBox::OK, {"&OK"}},
+        {"DE", question, askDelete, Qt::Key_Return, MsgBox::No, "&Ja &Nein", "&Nein"},
+        {"DE", question, askDelete, Qt::Key_J, MsgBox::Yes, "&Ja &Nein", "&Nein"},
+        {"DE", question, askDelete, Qt::Key_Escape, MsgBox::No, "&Ja &Nein", "&Nein"},
+        {"EN", question, askDelete, Qt::Key_Y, MsgBox::Yes, "&Yes &No", "&No"},
+        {"EN", question, askDelete, Qt::Key_Return, MsgBox::No, "&Yes &No", "&No"},
+        // German again last, as every other test expects.
+        {"DE", "Zeile 1\r\nZeile 2", MsgBox::Information, Qt::Key_Return, MsgBox::OK, "&OK", "&OK"},
     };
     QApplication::setOverrideCursor(Qt::WaitCursor);
     for (const auto& c : cases) {
         SetSysValue("APP_Language", c.language);
         ReloadLanguage();
         QtMessagePresenter presenter;
-        BoxAnswerer answerer(c.key);
-        answerer.arm();
+        QStringList seen;
+        answerBox(c.key, seen);
         EXPECT_EQ(zvMsgBox(c.text, c.buttons), c.expected) << c.language << " key " << c.key;
-        EXPECT_EQ(answerer.seenButtons, c.captions);
-        EXPECT_EQ(answerer.focused, c.captions.last()) << "the default button has the focus";
-        EXPECT_EQ(answerer.seenText, QString(c.text).replace("\r\n", "\n"));
-        EXPECT_TRUE(answerer.cursorLifted);
+        EXPECT_EQ(seen, QStringList({QString(c.text).replace("\r\n", "\n"), c.captions, c.focused, "arrow"}));
     }
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
@@ -184,6 +171,55 @@ TEST(StatusBarProgressDisplay, shows_text_and_bar_while_a_batch_runs) {
     }
     // Gone with the window: the batch reports into the void again.
     EXPECT_EQ(dynamic_cast<StatusBarProgress*>(&appProgress()), nullptr);
+}
+
+class Program : public HomeTest {
+protected:
+    static void start(QProcess& process, const QString& homeDir) {
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral(VERIDON_PROGRAM), {"--home", homeDir});
+        ASSERT_TRUE(process.waitForStarted());
+    }
+};
+
+// A second start on the same home ends at once and the first runs on. While the windows hold a home, the command line's
+// workflow commands refuse: the record on screen is never taken from under the operator. Reading commands still run,
+// and once the program has ended (even killed) the commands work again. Another home is another workstation: its
+// program starts beside.
+TEST_F(Program, one_copy_per_home_and_the_command_lines_workflow_commands_wait_for_it) {
+    const QVector<qint32> records = insertDemoRecords(2);
+    QProcess program;
+    start(program, home.dir());
+    ASSERT_TRUE(SingleInstance(home.dir()).activateRunning(20000)) << program.readAll().toStdString();
+    QProcess second;
+    start(second, home.dir());
+    EXPECT_TRUE(second.waitForFinished(10000));
+    EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_EQ(program.state(), QProcess::Running);
+
+    // The window listens before it takes its first record.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return workflowOf(records[0]) == "30/1"; }, 20000));
+    ASSERT_EQ(runCli({"--home", home.dir(), "sql", "SELECT Workflow_Status FROM zvbWerte"}).exitCode, 0);
+    for (const QStringList& command : {QStringList{"next"}, {"discard", QString::number(records[0])}, {"export"}}) {
+        const CliRun refused = runCli(QStringList{"--home", home.dir(), "--yes"} + command);
+        EXPECT_EQ(refused.exitCode, 1) << command.join(' ').toStdString();
+        EXPECT_TRUE(refused.err.contains("belegt")) << refused.err.toStdString();
+    }
+    EXPECT_EQ(workflowOf(records[0]), "30/1");
+    EXPECT_EQ(workflowOf(records[1]), "10/0");
+
+    program.kill(); // even a program that dies leaves no lock behind
+    program.waitForFinished(5000);
+    EXPECT_EQ(runCli({"--home", home.dir(), "next"}).exitCode, 0);
+
+    TempHome other; // another workstation
+    QProcess beside;
+    start(beside, other.dir());
+    EXPECT_TRUE(SingleInstance(other.dir()).activateRunning(20000));
+    EXPECT_EQ(beside.state(), QProcess::Running);
+    beside.kill();
+    beside.waitForFinished(5000);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// veridon-cli next, discard and accept as an operator without a display uses them.
+// veridon-cli next, accept, discard and stats as an operator without a display uses them.
 
 #include "CliRun.h"
 #include "DemoRecords.h"
@@ -16,41 +16,16 @@ protected:
     CliRun cli(QStringList args) { return runCli(QStringList{"--home", home.dir()} + args); }
 };
 
-// next prints the record taken and fails on an empty pool; discard deletes record and image but
-// not another workstation's record.
-TEST_F(WorkflowCli, next_takes_a_record_and_discard_deletes_it_but_never_another_workstations) {
+// next prints the record it took and fails on an empty pool. accept refuses a faulty record with
+// its error text, another workstation's one with its number (as discard does), a record with
+// warnings without --yes; a clean one is handed over and exported. What was handed over and
+// discarded shows in the statistics beside the days before.
+TEST_F(WorkflowCli, next_accept_discard_and_stats_as_an_operator_without_a_display_uses_them) {
     CliRun run = cli({"next"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.out, "");
     EXPECT_TRUE(run.err.contains("Kein Beleg")) << run.err.toStdString();
     EXPECT_EQ(cli({"next", "7"}).exitCode, 2);
-
-    const QVector<qint32> records = insertDemoRecords(3);
-    const QString image = home.writeFile("images/31901002.tif", "II*");
-    execSql("UPDATE zvbWerte SET Workflow_Status=30, Workflow_KorrID=2 WHERE LfdNr=?", {records[0]});
-    run = cli({"next"});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_EQ(run.out, QString::number(records[1]) + "\n");
-    EXPECT_EQ(workflowOf(records[1]), "30/1");
-    run = cli({"discard", QString::number(records[1])});
-    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
-    EXPECT_EQ(workflowOf(records[1]), "");
-    EXPECT_FALSE(QFileInfo::exists(image));
-
-    run = cli({"discard", QString::number(records[0])});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(run.err.contains("Arbeitsplatz 2")) << run.err.toStdString();
-    EXPECT_EQ(workflowOf(records[0]), "30/2");
-    run = cli({"discard", "999"});
-    EXPECT_EQ(run.exitCode, 1);
-    EXPECT_TRUE(run.err.contains("999 gibt es nicht"));
-    EXPECT_EQ(cli({"discard", "x"}).exitCode, 2);
-    EXPECT_EQ(workflowOf(records[2]), "10/0");
-}
-
-// A faulty record is refused with its error text, another workstation's one with its number, a
-// record with warnings only with --yes; a clean one is handed over and exported.
-TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_and_unconfirmed_warnings) {
     execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
     FormValues form = demoForms().at(0);
     form["CARD_ID"] = "8004A";
@@ -62,8 +37,14 @@ TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_
     const qint32 clean = insertRecord(demoForms().at(1));
     for (const char* image : {"images/31901001.tif", "images/31901009.tif", "images/31901002.tif"})
         home.writeFile(image, "II*");
+    // Yesterday's figures of workstation 2, one of them damaged by hand.
+    const QDate yesterday = QDate::currentDate().addDays(-1);
+    home.writeFile("backup/" + yesterday.toString("yyMMdd") + "/stats/arbeitsplatz_2.txt",
+                   "Uebergeben=viele\r\nVerworfen=0\r\nFelderKorrigiert=5\r\nTastenanschlaege=90\r\n");
 
-    CliRun run = cli({"accept", QString::number(faulty)});
+    run = cli({"next"});
+    EXPECT_EQ(run.out, QString::number(faulty) + "\n") << run.err.toStdString();
+    run = cli({"accept", QString::number(faulty)});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("muss eine Zahl enthalten")) << run.err.toStdString();
     EXPECT_EQ(workflowOf(faulty), "30/1");
@@ -72,6 +53,14 @@ TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.err.contains("Arbeitsplatz 2")) << run.err.toStdString();
     EXPECT_EQ(cli({"accept"}).exitCode, 2);
+    run = cli({"discard", QString::number(faulty)});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("Arbeitsplatz 2")) << run.err.toStdString();
+    EXPECT_EQ(workflowOf(faulty), "30/2");
+    run = cli({"discard", "999"});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.err.contains("999 gibt es nicht"));
+    EXPECT_EQ(cli({"discard", "x"}).exitCode, 2);
 
     run = cli({"accept", QString::number(odd)});
     EXPECT_EQ(run.exitCode, 1);
@@ -89,6 +78,24 @@ TEST_F(WorkflowCli, accept_hands_over_a_clean_record_and_refuses_errors_holders_
     EXPECT_TRUE(run.out.contains("übergeben")) << run.out.toStdString();
     EXPECT_EQ(workflowOf(clean), "");
     EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files), (QStringList{"31901002.xml", "31901009.xml"}));
+
+    execSql("UPDATE zvbWerte SET Workflow_KorrID=1 WHERE LfdNr=?", {faulty});
+    ASSERT_EQ(cli({"discard", QString::number(faulty)}).exitCode, 0);
+    EXPECT_EQ(workflowOf(faulty), "");
+    EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
+    const QStringList lines = cli({"stats", "--days", "2"}).out.split('\n');
+    ASSERT_EQ(lines.size(), 4) << lines.join('|').toStdString();
+    EXPECT_EQ(lines[0], "Datum\tArbeitsplatz\tÜbergeben\tVerworfen\tFelder korrigiert\tAnschläge je Beleg\tBelege je "
+                        "Stunde");
+    EXPECT_EQ(lines[1], yesterday.toString("dd.MM.yyyy") + "\t2\t0\t0\t5\t0,0\t0,0");
+    // Records per hour depends on how long the commands took: only the counts are fixed.
+    EXPECT_TRUE(lines[2].startsWith(QDate::currentDate().toString("dd.MM.yyyy") + "\t1\t2\t1\t0\t0,0\t"))
+        << lines[2].toStdString();
+    EXPECT_TRUE(QString::fromLatin1(home.readFile("zvMsgLog.txt")).contains("'Uebergeben=viele' ist kein Zählerstand"));
+    EXPECT_EQ(cli({"stats"}).out.count('\n'), 3) << "seven days by default";
+    EXPECT_EQ(cli({"stats", "--days", "1"}).out.count('\n'), 2);
+    EXPECT_EQ(cli({"stats", "--days", "0"}).exitCode, 2);
+    EXPECT_EQ(cli({"stats", "--days"}).exitCode, 2);
 }
 
 } // namespace

@@ -43,7 +43,15 @@ QList<DemoForm> readDemoForms(const QString& path, QString* error) {
         for (qsizetype c = 0; c < header.size(); ++c)
             form.values.insert(header.at(c), cells.at(c));
         form.bmpName = form.values.value(QStringLiteral("BMPName"));
-        form.typ = form.values.value(QStringLiteral("TYP")).trimmed() == QLatin1String("4") ? 4 : 5;
+        // Only the two layouts the generator can draw; anything else is a typing error in the list.
+        const QString typ = form.values.value(QStringLiteral("TYP")).trimmed();
+        if (typ != QLatin1String("4") && typ != QLatin1String("5")) {
+            *error = QStringLiteral("Zeile %1 der Formularliste '%2' hat den unbekannten TYP '%3' (4 oder 5).")
+                         .arg(n + 1)
+                         .arg(path, typ);
+            return {};
+        }
+        form.typ = typ.toInt();
         forms.append(form);
     }
     return forms;
