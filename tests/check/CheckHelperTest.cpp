@@ -143,14 +143,4 @@ TEST_F(Dates, datum_bereich_bounds_count_days_from_today) {
     EXPECT_THROW(Datum(day(0), DatumMode::Range, "dreißig", ""), VeridonError);
 }
 
-class LookupPrimitive : public HomeTest {};
-
-TEST_F(LookupPrimitive, finds_a_value_in_a_master_table) {
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='AT'"), ok);
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='at'"), ok) << "texts compare without case";
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='XX'"), bad);
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='AT' AND State_XmlType=4"), bad);
-    EXPECT_THROW(Lookup("State_ID", "Staaten", "[State_ID]='AT'"), VeridonError);
-}
-
 } // namespace
