@@ -34,11 +34,10 @@ TEST_F(FieldDefinitions, definitions_are_found_by_name_with_their_layouts_region
     EXPECT_EQ(region(4), (QList<qint32>{120, 340, 900, 60}));
     for (const int typ : {5, 0, 7})
         EXPECT_EQ(region(typ), (QList<qint32>{150, 410, 880, 64})) << "layout " << typ;
-    EXPECT_EQ(felder.GetokFarbe("VORNAME"), 1);
-    EXPECT_EQ(felder.GetGelbeFelder("VORNAME"), 0);
-    EXPECT_EQ(felder.GetPruefe("VORNAME"), 0);
+    EXPECT_EQ((QList<qint32>{felder.GetokFarbe("VORNAME"), felder.GetGelbeFelder("VORNAME"),
+                             felder.GetPruefe("VORNAME"), felder.GetSatznummer("VORNAME")}),
+              (QList<qint32>{1, 0, 0, 0}));
     EXPECT_EQ(felder.GetPruefungen("VORNAME"), "");
-    EXPECT_EQ(felder.GetSatznummer("VORNAME"), 0);
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
