@@ -15,18 +15,10 @@ using RowValues = QMap<QString, QVariant>;
 
 // Inserts a row with the given columns and returns its LfdNr.
 inline qint32 insertRecord(const RowValues& values) {
-    QStringList names;
-    QStringList marks;
-    QVariantList binds;
-    for (auto it = values.begin(); it != values.end(); ++it) {
-        names << QLatin1Char('[') + it.key() + QLatin1Char(']');
-        marks << QStringLiteral("?");
-        binds << it.value();
-    }
-    QSqlQuery q = execSql(QStringLiteral("INSERT INTO zvbWerte (%1) VALUES (%2)")
-                              .arg(names.join(QLatin1Char(',')), marks.join(QLatin1Char(','))),
-                          binds);
-    return q.lastInsertId().toInt();
+    const QString sql = QStringLiteral("INSERT INTO zvbWerte ([%1]) VALUES (%2)")
+                            .arg(values.keys().join(QStringLiteral("],[")),
+                                 QStringList(values.size(), QStringLiteral("?")).join(QLatin1Char(',')));
+    return execSql(sql, values.values()).lastInsertId().toInt();
 }
 
 // The clean field values of demo form index (0..7) from data/demo/forms.tsv (UTF-8), by column.

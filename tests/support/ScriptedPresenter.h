@@ -17,24 +17,33 @@ public:
         QString title;
     };
 
-    ScriptedPresenter();
-    ~ScriptedPresenter() override;
+    ScriptedPresenter() { setMessagePresenter(this); }
+    ~ScriptedPresenter() override { setMessagePresenter(nullptr); }
 
-    int show(const QString& prompt, int buttons, const QString& title) override;
+    // Records the message and answers with the next queued answer; when the queue is empty, OK-only
+    // messages get OK and questions No.
+    int show(const QString& prompt, int buttons, const QString& title) override {
+        shown_.append({prompt, buttons, title});
+        if (!answers_.isEmpty())
+            return answers_.takeFirst();
+        return MsgBox::buttonsOf(buttons) == MsgBox::OKOnly ? MsgBox::OK : MsgBox::No;
+    }
 
-    // Answers given in turn to the next messages; when the queue is empty, OK-only messages get OK
-    // and questions get defaultAnswer.
+    // Answers given in turn to the next messages.
     void queueAnswer(int answer) { answers_.append(answer); }
-    void setDefaultAnswer(int answer) { defaultAnswer_ = answer; }
 
     const QList<Shown>& messages() const { return shown_; }
-    QStringList prompts() const;
+    QStringList prompts() const {
+        QStringList list;
+        for (const Shown& s : shown_)
+            list << s.prompt;
+        return list;
+    }
     // True when some shown prompt contains text.
-    bool saw(const QString& text) const;
+    bool saw(const QString& text) const { return !prompts().filter(text).isEmpty(); }
     void clear() { shown_.clear(); }
 
 private:
     QList<Shown> shown_;
     QList<int> answers_;
-    int defaultAnswer_ = MsgBox::No;
 };

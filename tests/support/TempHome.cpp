@@ -110,7 +110,3 @@ QByteArray TempHome::readFile(const QString& relative) const {
     QFile file(path(relative));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
-
-QString testDataPath(const QString& relative) {
-    return QStringLiteral(VERIDON_TEST_DATA "/") + relative;
-}

@@ -36,6 +36,3 @@ private:
 // The pool URI the homes of this test program are joined to; empty when the tests run on data.mdb
 // alone.
 QString testPoolServer();
-
-// Path of a test data file under tests/data/.
-QString testDataPath(const QString& relative);

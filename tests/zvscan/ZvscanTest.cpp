@@ -1,21 +1,33 @@
 // SPDX-License-Identifier: Apache-2.0
 // The evaluation program end to end: form pages in the scan folder, `zvscan`, `veridon-cli import`,
-// and the fields in the database compared with what the cards carry; names of six alphabets must
-// arrive intact. A run that cannot write its result leaves the pages where they were.
-#include "../evaluation/PageDrawing.h"
+// and the fields in the database compared with what the cards carry; the layout and the form's shift
+// on the sheet are found, names of six alphabets arrive intact, and a page without a card still
+// gives its line. A run that cannot write its result leaves the pages where they were.
+#include "FormRenderer.h"
 #include "TempHome.h"
+#include "TiffWriter.h"
+#include "app/Database.h"
 #include "app/mdlDB.h"
 
 #include <QDir>
+#include <QPainter>
 #include <QProcess>
 #include <gtest/gtest.h>
 
 namespace {
 
+// A card on a form of layout typ (0: no card, a blank sheet) fed moved by (dx, dy).
 struct Card {
     int typ, dx, dy;
     QString state, surname, given;
 };
+
+// A card number as the state issues it: "80", the state's ISO 3166-1 numeric code, then the serial.
+QString cardNumberOf(const QString& state) {
+    static const QHash<QString, QString> codes{{"AT", "040"}, {"CZ", "203"}, {"DE", "276"}, {"HU", "348"},
+                                               {"IS", "352"}, {"PL", "616"}, {"RO", "642"}};
+    return "80" + codes.value(state) + "000000012345678";
+}
 
 int run(const QString& program, const QStringList& args, QString* output = nullptr) {
     QProcess p;
@@ -29,16 +41,32 @@ int run(const QString& program, const QStringList& args, QString* output = nullp
 
 class ZvscanTest : public ::testing::Test {
 protected:
-    void SetUp() override {
-        for (const char* folder : {"scan", "images", "import"})
-            QDir().mkpath(home_.path(folder));
-        SetSysValue("Scan_Pfad", home_.path("scan"));
-        SetSysValue("Import_Datei", home_.path("import/zvscan.txt"));
-        SetSysValue("APP_Bildpfad", home_.path("images"));
-    }
+    // Puts the form of card c into the scan folder as a sloppy feed and the scanner leave it: moved on
+    // a white sheet, with ink blots (filled rectangles) over it, a bitonal group 4 TIFF at 200 dpi.
     void scanPage(const QString& name, const Card& c, const QList<QRect>& blots = {}) {
-        const QImage page = renderForm(formlayout::layoutFor(c.typ), cardValues(c.state, c.surname, c.given));
-        ASSERT_TRUE(writeTiffPages(home_.path("scan/" + name), {shiftedPage(page, c.dx, c.dy, blots)}));
+        const QHash<QString, QString> values{{"SCANDAT", "15.11.2026"},
+                                             {"FORM_ID", "E-111N"},
+                                             {"STATE", c.state},
+                                             {"NACHNAME", c.surname},
+                                             {"VORNAME", c.given},
+                                             {"GEBDAT", "03.07.1961"},
+                                             {"PERSONAL_ID", "7801012345"},
+                                             {"INSTITUT_ID", "0110 - NFZ Warszawa"},
+                                             {"CARD_ID", cardNumberOf(c.state)},
+                                             {"CARD_EXPIRY", "31.03.2027"}};
+        QImage sheet(formlayout::pageWidth, formlayout::pageHeight, QImage::Format_Grayscale8);
+        sheet.fill(Qt::white);
+        {
+            QPainter p(&sheet);
+            if (c.typ != 0)
+                p.drawImage(c.dx, c.dy, renderForm(formlayout::layoutFor(c.typ), values));
+            for (const QRect& r : blots)
+                p.fillRect(r, Qt::black);
+        }
+        QImage page = sheet.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither | Qt::MonoOnly);
+        page.setDotsPerMeterX(qRound(200 / 0.0254));
+        page.setDotsPerMeterY(qRound(200 / 0.0254));
+        ASSERT_TRUE(writeTiffPages(home_.path("scan/" + name), {page}));
     }
     TempHome home_;
 };
@@ -51,30 +79,35 @@ TEST_F(ZvscanTest, CardsOfSixAlphabetsArriveIntactInTheDatabase) {
     };
     for (int i = 0; i < cards.size(); ++i)
         scanPage(QString("3190200%1.tif").arg(i + 1), cards[i]);
+    scanPage("31902007.tif", {});
 
     QString output;
     ASSERT_EQ(run(ZVSCAN, {"--home", home_.dir()}, &output), 0) << output.toStdString();
     EXPECT_TRUE(QDir(home_.path("scan")).entryList(QDir::Files).isEmpty());
-    EXPECT_EQ(QDir(home_.path("images")).entryList(QDir::Files).size(), 6);
+    EXPECT_EQ(QDir(home_.path("images")).entryList(QDir::Files).size(), 7);
     const QByteArray result = home_.readFile("import/zvscan.txt");
     EXPECT_TRUE(result.startsWith("\xEF\xBB\xBF"
                                   "31902001.tif;15.11.2026;4;0;0;"));
-    EXPECT_EQ(result.count("\r\n"), 6) << result.toStdString();
+    EXPECT_EQ(result.count("\r\n"), 7) << result.toStdString();
+    // The blank sheet: the day it was scanned, no layout, no shift, empty card lines.
+    EXPECT_TRUE(result.endsWith("\r\n31902007.tif;" + QDate::currentDate().toString("dd.MM.yyyy").toUtf8() +
+                                ";;0;0;;;;;;;;;;;;;\r\n"));
 
     ASSERT_EQ(run(VERIDON_CLI, {"--home", home_.dir(), "import", home_.path("import/zvscan.txt")}, &output), 0)
         << output.toStdString();
-    for (int i = 0; i < cards.size(); ++i) {
-        const Card& c = cards[i];
-        const QString where = QString("BMPName = '3190200%1.tif'").arg(i + 1);
+    QSqlQuery q = execSql("SELECT TYP, BMOffsetX, BMOffsetY, STATE, NACHNAME, VORNAME, GEBDAT, PERSONAL_ID, CARD_ID, "
+                          "CARD_EXPIRY FROM zvbWerte ORDER BY BMPName");
+    for (const Card& c : cards) {
+        ASSERT_TRUE(q.next());
         SCOPED_TRACE(c.surname.toStdString());
-        EXPECT_EQ(GetValue("TYP", "zvbWerte", where).toString(), QString::number(c.typ));
-        EXPECT_EQ(GetValue("STATE", "zvbWerte", where).toString(), c.state);
-        EXPECT_EQ(GetValue("NACHNAME", "zvbWerte", where).toString().toStdString(), c.surname.toStdString());
-        EXPECT_EQ(GetValue("VORNAME", "zvbWerte", where).toString().toStdString(), c.given.toStdString());
-        EXPECT_EQ(GetValue("GEBDAT", "zvbWerte", where).toString(), "03/07/1961");
-        EXPECT_EQ(GetValue("PERSONAL_ID", "zvbWerte", where).toString(), "7801012345");
-        EXPECT_EQ(GetValue("CARD_ID", "zvbWerte", where).toString(), cardNumberOf(c.state));
-        EXPECT_EQ(GetValue("CARD_EXPIRY", "zvbWerte", where).toString(), "31/03/2027");
+        EXPECT_NEAR(q.value(1).toInt(), c.dx, 3);
+        EXPECT_NEAR(q.value(2).toInt(), c.dy, 3);
+        const QStringList want{QString::number(c.typ), c.state,     c.surname, c.given, "03/07/1961", "7801012345",
+                               cardNumberOf(c.state),  "31/03/2027"};
+        QStringList got{q.value(0).toString()};
+        for (int column = 3; column < 10; ++column)
+            got << q.value(column).toString();
+        EXPECT_EQ(got.join('|').toStdString(), want.join('|').toStdString());
     }
 }
 
