@@ -28,11 +28,6 @@ protected:
                 {file, table, preparation.isEmpty() ? QVariant() : preparation,
                  converter.isEmpty() ? QVariant() : converter});
     }
-    void registerFixed(const QString& file, const QString& table, int layout, const QString& preparation) {
-        execSql("INSERT INTO zvbAutoImport (Dateiname, zieltabelle, Vorbearbeitung, Funktionstyp, id, Header)"
-                " VALUES (?, ?, ?, 2, ?, 0)",
-                {file, table, preparation, layout});
-    }
     // Writes a master-data file as delivered (Windows-1252, CR LF) with its modification time.
     void deliver(const QString& file, const QStringList& lines, const QDateTime& modified) {
         const QString path = home.path(file);
@@ -89,35 +84,35 @@ TEST_F(AutoImport, a_newer_file_replaces_the_rows_and_the_same_file_is_not_impor
 // or became empty is reported; the new data stay in every case.
 TEST_F(AutoImport, count_changes_beyond_ten_per_cent_and_empty_tables_are_pointed_out) {
     registerDelimited("stammdaten/ocr.txt", "ocrErsetzungen", "DELETE * FROM ocrErsetzungen");
+    const QString heading = "Hinweis zum Aktualisieren der Systemdaten!\r\n\r\nEine große Differenz zwischen den alten "
+                            "und den neuen Daten\r\nin der Tabelle 'ocrErsetzungen' ist aufgefallen.\r\n\r\n";
+    const QString failure = "Fehler beim Aktualisieren der Systemdaten!\r\nDie Tabelle 'ocrErsetzungen' ";
+    const struct {
+        int before, after;
+        QString message; // "" for none
+    } cases[] = {
+        {100, 110, ""},
+        {100, 90, ""},
+        {100, 111, heading + "Anzahl der alten Datensätze: 100 Neue Datensätze: 111"},
+        {100, 89, heading + "Anzahl der alten Datensätze: 100 Neue Datensätze: 89"},
+        {0, 2, failure + "enthält keine Daten."},
+        {2, 0, failure + "enthält nun keine Daten mehr."},
+    };
     int minute = 0;
-    // before rows in the table, newRows in the file; returns the messages shown.
-    auto importWith = [&](int before, int newRows) {
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::to_string(c.before) + " -> " + std::to_string(c.after));
         execSql("DELETE FROM ocrErsetzungen");
-        for (int i = 0; i < before; ++i)
+        for (int i = 0; i < c.before; ++i)
             execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('NACHNAME', ?, 'x')", {i});
         QStringList lines{"Feld;Suchstring;Ersatzstring"};
-        for (int i = 0; i < newRows; ++i)
+        for (int i = 0; i < c.after; ++i)
             lines << QString("CARD_ID;%1;0").arg(i);
         deliver("stammdaten/ocr.txt", lines, at(15, 10, ++minute));
         messages.clear();
         EXPECT_EQ(ZVBAutoImport(), 1);
-        EXPECT_EQ(CountRows("*", "ocrErsetzungen", ""), newRows);
-        return messages.prompts();
-    };
-    EXPECT_TRUE(importWith(100, 110).isEmpty()) << "exactly ten per cent more";
-    EXPECT_TRUE(importWith(100, 90).isEmpty()) << "exactly ten per cent fewer";
-    EXPECT_EQ(importWith(100, 111),
-              QStringList{"Hinweis zum Aktualisieren der Systemdaten!\r\n\r\nEine große Differenz zwischen den alten "
-                          "und den neuen Daten\r\nin der Tabelle 'ocrErsetzungen' ist aufgefallen.\r\n\r\nAnzahl der "
-                          "alten Datensätze: 100 Neue Datensätze: 111"});
-    EXPECT_EQ(messages.messages().first().buttons, MsgBox::Information);
-    const QStringList fewer = importWith(100, 89);
-    ASSERT_EQ(fewer.size(), 1);
-    EXPECT_TRUE(fewer.first().endsWith("Anzahl der alten Datensätze: 100 Neue Datensätze: 89"));
-    EXPECT_EQ(importWith(0, 2), QStringList{"Fehler beim Aktualisieren der Systemdaten!\r\nDie Tabelle "
-                                            "'ocrErsetzungen' enthält keine Daten."});
-    EXPECT_EQ(importWith(2, 0), QStringList{"Fehler beim Aktualisieren der Systemdaten!\r\nDie Tabelle "
-                                            "'ocrErsetzungen' enthält nun keine Daten mehr."});
+        EXPECT_EQ(CountRows("*", "ocrErsetzungen", ""), c.after);
+        EXPECT_EQ(messages.prompts(), c.message.isEmpty() ? QStringList() : QStringList{c.message});
+    }
 }
 
 TEST_F(AutoImport, delimited_lines_split_at_every_separator_and_keep_the_old_quirks) {
@@ -138,7 +133,8 @@ TEST_F(AutoImport, delimited_lines_split_at_every_separator_and_keep_the_old_qui
 TEST_F(AutoImport, a_fixed_width_file_ends_at_its_first_empty_line) {
     execSql("INSERT INTO zvbAutoImport_Spezifikation (ID, FeldNr, Breite, ZielFeld) VALUES"
             " (7, 3, 4, 'KeyAscii'), (7, 1, 4, 'KeyID'), (7, 2, 20, 'Bezeichnung'), (7, 4, 4, 'KeyCode')");
-    registerFixed("stammdaten/tasten.txt", "zvbSysKeys", 7, "DELETE * FROM zvbSysKeys");
+    execSql("INSERT INTO zvbAutoImport (Dateiname, zieltabelle, Vorbearbeitung, Funktionstyp, id, Header)"
+            " VALUES ('stammdaten/tasten.txt', 'zvbSysKeys', 'DELETE * FROM zvbSysKeys', 2, 7, 0)");
     deliver("stammdaten/tasten.txt",
             {"   1+ (Ziffernblock)     43 107", "   2- (Ziffernblock)     45 109", "  12Suchen\tF2              0 113",
              "", "   3* (Ziffernblock)     42 106", "   4/ (Ziffernblock)     47 111"},
@@ -150,22 +146,19 @@ TEST_F(AutoImport, a_fixed_width_file_ends_at_its_first_empty_line) {
     EXPECT_TRUE(messages.saw("Anzahl der alten Datensätze: 4 Neue Datensätze: 3"));
 }
 
+// The files of data/home/stammdaten must hold what sysStates.tsv and ocrErsetzungen.tsv hold.
 TEST_F(AutoImport, the_demo_master_data_files_import_the_rows_the_tables_already_hold) {
-    execSql("DELETE FROM zvbAutoImport");
     execSql("DELETE FROM zvbAutoImport_Spezifikation");
     loadTableFile("zvbAutoImport", masterDataDir() + "tables/zvbAutoImport.tsv");
     loadTableFile("zvbAutoImport_Spezifikation", masterDataDir() + "tables/zvbAutoImport_Spezifikation.tsv");
-    const QStringList states =
-        rows("SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY State_ID");
-    const QStringList rules = rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid");
+    const auto tables = [this] {
+        return rows("SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY State_ID") +
+               rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid");
+    };
+    const QStringList before = tables();
     EXPECT_EQ(ZVBAutoImport(), 2) << "the delimited states and the fixed-width OCR rules";
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_EQ(rows("SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY State_ID"),
-              states)
-        << "data/home/stammdaten/staaten.txt must hold what sysStates.tsv holds";
-    EXPECT_EQ(rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid"), rules)
-        << "data/home/stammdaten/ocr_ersetzungen.txt must hold what ocrErsetzungen.tsv holds";
-    EXPECT_EQ(ZVBAutoImport(), 0);
+    EXPECT_EQ(tables(), before);
 }
 
 // A value that does not fit ends that file and keeps the rows before it; a missing file is
@@ -177,9 +170,7 @@ TEST_F(AutoImport, a_bad_value_ends_its_file_a_missing_file_is_skipped_and_an_un
             at(15, 8, 0));
     registerDelimited("stammdaten/gibtsnicht.txt", "sysLanguages", "DELETE * FROM sysLanguages");
     EXPECT_EQ(ZVBAutoImport(), 1);
-    EXPECT_TRUE(messages.saw("auto_standard()"));
-    EXPECT_TRUE(messages.saw("Zeile 3"));
-    EXPECT_TRUE(messages.saw("'zwei'"));
+    EXPECT_TRUE(messages.saw("auto_standard()") && messages.saw("Zeile 3") && messages.saw("'zwei'"));
     EXPECT_EQ(rows("SELECT KeyID, Bezeichnung FROM zvbSysKeys"), QStringList{"1|Plus"});
     EXPECT_EQ(CountRows("*", "sysLanguages", ""), 2);
 
@@ -187,52 +178,37 @@ TEST_F(AutoImport, a_bad_value_ends_its_file_a_missing_file_is_skipped_and_an_un
     registerDelimited("stammdaten/x.txt", "sysGibtsNicht");
     deliver("stammdaten/x.txt", {"a;b", "1;2"}, at(15, 8, 0));
     EXPECT_EQ(ZVBAutoImport(), 0);
-    EXPECT_TRUE(messages.saw("ZVBAutoImport()"));
-    EXPECT_TRUE(messages.saw("sysGibtsNicht"));
+    EXPECT_TRUE(messages.saw("ZVBAutoImport()") && messages.saw("sysGibtsNicht"));
 }
 
-class AutoImportRecheck : public AutoImport {
-protected:
-    // A stored record in correction with the demo values of form index and the given state.
-    qint32 storedRecord(int index, const QString& state) {
-        RowValues row = demoForm(index);
-        row.insert("STATE", state);
-        row.insert("FORM_ID", "E111");
-        row.insert("Workflow_Status", 10);
-        row.insert("Korrigiert", 0);
-        return insertRecord(row);
-    }
-    QString statusOf(qint32 lfdNr) {
-        return GetValue("Fehlerhaft", "zvbWerte", QString("LfdNr=%1").arg(lfdNr)).toString();
-    }
-    // The states file: every state of the master data, without dropped, with added.
-    void deliverStates(const QString& dropped, const QString& added, const QDateTime& modified) {
-        QStringList lines{"\"State_ID\";\"State_Name\";\"State_XmlType\""};
-        for (const QString& row : rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates"))
-            if (!row.startsWith(dropped + "|"))
-                lines << "\"" + row.split('|').join("\";\"") + "\"";
-        if (!added.isEmpty())
-            lines << "\"" + added + "\";\"Neu\";\"1\"";
-        deliver("stammdaten/staaten.txt", lines, modified);
-    }
-};
-
-TEST_F(AutoImportRecheck, stored_records_are_checked_again_against_the_new_master_data) {
+// Stored records were checked against the old master data: an import checks them again. STATE is
+// the third field of the status string.
+TEST_F(AutoImport, stored_records_are_checked_again_against_the_new_master_data) {
     registerDelimited("stammdaten/staaten.txt", "sysStates", "DELETE * FROM sysStates");
-    const qint32 kosovo = storedRecord(0, "XK");
-    const qint32 austria = storedRecord(1, "AT");
-    deliverStates("AT", "XK", at(15, 8, 0));
+    QStringList lines{"\"State_ID\";\"State_Name\";\"State_XmlType\""};
+    for (const QString& row : rows("SELECT State_ID, State_Name, State_XmlType FROM sysStates WHERE State_ID<>'AT'"))
+        lines << "\"" + row.split('|').join("\";\"") + "\"";
+    deliver("stammdaten/staaten.txt", lines << "\"XK\";\"Kosovo\";\"1\"", at(15, 8, 0));
+    QList<qint32> numbers;
+    for (const char* state : {"XK", "AT"}) {
+        RowValues row = demoForm(int(numbers.size()));
+        row.insert({{"STATE", state}, {"FORM_ID", "E111"}, {"Workflow_Status", 10}, {"Korrigiert", 0}});
+        numbers << insertRecord(row);
+    }
+    const auto stateCheck = [](qint32 number) {
+        const QString row = QString("LfdNr=%1").arg(number);
+        return GetValue("Fehlerhaft", "zvbWerte", row).toString().mid(2, 1) +
+               QString::number(GetValue("Korrigiert", "zvbWerte", row).toInt());
+    };
     EXPECT_EQ(ZVBAutoImport(), 1);
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    // STATE is the third field of the status string.
-    EXPECT_EQ(statusOf(kosovo).mid(2, 1), "0") << "a state that the new list knows passes";
-    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", QString("LfdNr=%1").arg(kosovo)).toInt(), 1);
-    EXPECT_EQ(statusOf(austria).mid(2, 1), "3") << "a state the new list dropped fails";
-    EXPECT_EQ(GetValue("Korrigiert", "zvbWerte", QString("LfdNr=%1").arg(austria)).toInt(), 0);
+    EXPECT_EQ(stateCheck(numbers[0]), "01") << "a state the new list knows passes and the record is corrected";
+    EXPECT_EQ(stateCheck(numbers[1]), "30") << "a state the new list dropped fails";
 
     execSql("UPDATE zvbWerte SET Fehlerhaft='unberührt'");
     EXPECT_EQ(ZVBAutoImport(), 0);
-    EXPECT_EQ(statusOf(kosovo), "unberührt") << "without an import the stored records stay as they are";
+    EXPECT_EQ(GetValue("Fehlerhaft", "zvbWerte", QString()).toString(), "unberührt")
+        << "without an import the stored records stay as they are";
 }
 
 } // namespace

@@ -12,25 +12,14 @@
 
 namespace {
 
-class SettingsTable : public HomeTest {};
-
-DaoType columnTypeOf(SettingType type) {
-    switch (type) {
-    case SettingType::Text:
-        return DaoType::Text;
-    case SettingType::Flag:
-        return DaoType::Boolean;
-    case SettingType::Integer:
-        return DaoType::Integer;
-    case SettingType::Long:
-        return DaoType::Long;
-    case SettingType::DateTime:
-        return DaoType::Date;
-    }
-    return DaoType::Binary;
-}
+using SettingsTable = HomeTest;
 
 TEST_F(SettingsTable, has_every_column_of_zvbSys_once_with_the_columns_type) {
+    const QMap<SettingType, DaoType> columnType{{SettingType::Text, DaoType::Text},
+                                                {SettingType::Flag, DaoType::Boolean},
+                                                {SettingType::Integer, DaoType::Integer},
+                                                {SettingType::Long, DaoType::Long},
+                                                {SettingType::DateTime, DaoType::Date}};
     QSet<QString> columns;
     for (const ColumnInfo& column : tableColumns("zvbSys")) {
         columns.insert(column.name.toLower());
@@ -38,7 +27,7 @@ TEST_F(SettingsTable, has_every_column_of_zvbSys_once_with_the_columns_type) {
         for (const SettingInfo& info : settingTable)
             if (column.name.compare(QLatin1String(info.name), Qt::CaseInsensitive) == 0) {
                 ++entries;
-                EXPECT_EQ(columnTypeOf(info.type), column.type)
+                EXPECT_EQ(columnType.value(info.type, DaoType::Binary), column.type)
                     << info.name << " is " << column.declaredType.toStdString();
             }
         EXPECT_EQ(entries, 1) << column.name.toStdString();
@@ -53,28 +42,22 @@ TEST_F(SettingsTable, has_every_column_of_zvbSys_once_with_the_columns_type) {
 TEST_F(SettingsTable, unset_settings_take_their_default_and_every_read_goes_to_the_row) {
     for (const SettingInfo& info : settingTable)
         SetSysValue(QLatin1String(info.name), QVariant());
-    EXPECT_EQ(setting<Setting::APP_Language>(), "EN");
-    EXPECT_EQ(setting<Setting::GUI_FocusField>(), "BARCODE");
-    EXPECT_EQ(setting<Setting::Key_OK>(), "F10");
-    EXPECT_EQ(setting<Setting::Report_FontName>(), "Courier New");
-    EXPECT_TRUE(setting<Setting::Report_PrinterUseDefault>());
-    EXPECT_TRUE(setting<Setting::GUI_StatusBarEnabled>());
-    EXPECT_FALSE(setting<Setting::Backup_Bilder>());
-    EXPECT_FALSE(setting<Setting::Key_EnterLikeTab>());
-    EXPECT_EQ(setting<Setting::Scan_NrDesTages>(), 1);
-    EXPECT_EQ(setting<Setting::F2_WieWeitSuchen>(), 0);
-    EXPECT_EQ(setting<Setting::Backup_Enabled>(), "0");
-    EXPECT_FALSE(setting<Setting::APP_LastOpened>().isValid());
-    EXPECT_TRUE(setting<Setting::APP_Bildpfad>().isEmpty());
+    EXPECT_EQ(
+        (QVariantList{setting<Setting::APP_Language>(), setting<Setting::GUI_FocusField>(), setting<Setting::Key_OK>(),
+                      setting<Setting::Report_FontName>(), setting<Setting::Report_PrinterUseDefault>(),
+                      setting<Setting::GUI_StatusBarEnabled>(), setting<Setting::Backup_Bilder>(),
+                      setting<Setting::Key_EnterLikeTab>(), setting<Setting::Scan_NrDesTages>(),
+                      setting<Setting::F2_WieWeitSuchen>(), setting<Setting::Backup_Enabled>(),
+                      setting<Setting::APP_LastOpened>(), setting<Setting::APP_Bildpfad>()}),
+        (QVariantList{"EN", "BARCODE", "F10", "Courier New", true, true, false, false, 1, 0, "0", QDateTime(), ""}));
 
     setSetting<Setting::Report_PrinterUseDefault>(false);
     setSetting<Setting::Scan_NrDesTages>(qint16(26));
     setSetting<Setting::Key_F3>(3);
     setSetting<Setting::Report_FontName>(QStringLiteral("Liberation Mono"));
-    EXPECT_FALSE(setting<Setting::Report_PrinterUseDefault>());
-    EXPECT_EQ(setting<Setting::Scan_NrDesTages>(), 26);
-    EXPECT_EQ(setting<Setting::Key_F3>(), 3);
-    EXPECT_EQ(setting<Setting::Report_FontName>(), "Liberation Mono");
+    EXPECT_EQ((QVariantList{setting<Setting::Report_PrinterUseDefault>(), setting<Setting::Scan_NrDesTages>(),
+                            setting<Setting::Key_F3>(), setting<Setting::Report_FontName>()}),
+              (QVariantList{false, 26, 3, "Liberation Mono"}));
     // Written past the table (as another workstation or the options dialog does): read at once.
     SetSysValue("Report_FontName", "DejaVu Sans Mono");
     EXPECT_EQ(setting<Setting::Report_FontName>(), "DejaVu Sans Mono");

@@ -12,56 +12,46 @@
 
 namespace {
 
-class Housekeeping : public HomeTest {
-protected:
-    Housekeeping() {
-        SetSysValue("Backup_HistoryDays", 7);
-        plantOldBackup();
-    }
-    // A day of backup two weeks old, which a clean-up empties.
-    void plantOldBackup() { home.writeFile("backup/261101/images/31901001.tif", "II*"); }
-    bool oldBackupThere() const { return QFileInfo::exists(home.path("backup/261101/images/31901001.tif")); }
-    void lastOpened(const QVariant& value) { SetSysValue("APP_LastOpened", value); }
-    QString storedLastOpened() const { return GetSysValue("APP_LastOpened").toString(); }
-};
+using Housekeeping = HomeTest;
 
-// A first start ever, or a last opening that is no date, counts as a new day.
-TEST_F(Housekeeping, a_first_start_or_a_new_day_cleans_the_backup_once) {
-    for (const QVariant& last : {QVariant(), QVariant("gestern")}) {
-        plantOldBackup();
-        lastOpened(last);
+// A first start ever, a last opening that is no date, or one on an earlier day, even a minute
+// before midnight, cleans the backup once; a later start the same day does not. A last opening in
+// the future (a clock set back) warns once and cleans nothing. Every start is noted.
+TEST_F(Housekeeping, a_new_day_cleans_the_backup_once_and_a_clock_set_back_warns) {
+    SetSysValue("Backup_HistoryDays", 7);
+    const QString oldBackup = "backup/261101/images/31901001.tif"; // two weeks old
+    const struct {
+        QVariant lastOpened;
+        bool cleaned, warned;
+    } cases[] = {
+        {QVariant(), true, false},
+        {"gestern", true, false},
+        {"2026-11-15 00:00:00", false, false},
+        {"2026-11-14 23:59:00", true, false},
+        {"2026-11-16 08:00:00", false, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.lastOpened.toString().toStdString());
+        home.writeFile(oldBackup, "II*");
+        SetSysValue("APP_LastOpened", c.lastOpened);
+        messages.clear();
         DBAufraeumen();
-        EXPECT_FALSE(oldBackupThere()) << last.toString().toStdString();
-        EXPECT_EQ(storedLastOpened(), "2026-11-15 10:30:00");
+        EXPECT_EQ(QFileInfo::exists(home.path(oldBackup)), !c.cleaned);
+        EXPECT_EQ(GetSysValue("APP_LastOpened").toString(), "2026-11-15 10:30:00");
+        if (c.warned) {
+            ASSERT_EQ(messages.messages().size(), 1);
+            EXPECT_TRUE(messages.messages().first().prompt.startsWith(
+                "Achtung!\r\nDas Datum, zu dem die Anwendung das letzte Mal geöffnet wurde, liegt in der Zukunft."));
+            EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
+        } else {
+            EXPECT_TRUE(messages.messages().isEmpty());
+        }
     }
-    // Today at any hour is not a new day, yesterday one minute to midnight is.
-    plantOldBackup();
-    lastOpened("2026-11-15 00:00:00");
-    DBAufraeumen();
-    EXPECT_TRUE(oldBackupThere()) << "same day: no clean-up";
-    EXPECT_EQ(storedLastOpened(), "2026-11-15 10:30:00") << "every start is noted";
-
-    lastOpened("2026-11-14 23:59:00");
-    DBAufraeumen();
-    EXPECT_FALSE(oldBackupThere());
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-TEST_F(Housekeeping, a_clock_set_back_warns_once_then_stays_quiet) {
-    lastOpened("2026-11-16 08:00:00");
-    DBAufraeumen();
-    ASSERT_EQ(messages.messages().size(), 1);
-    EXPECT_TRUE(messages.messages().first().prompt.startsWith(
-        "Achtung!\r\nDas Datum, zu dem die Anwendung das letzte Mal geöffnet wurde, liegt in der Zukunft."));
-    EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
-    EXPECT_TRUE(oldBackupThere()) << "no clean-up on a day in the past";
-    EXPECT_EQ(storedLastOpened(), "2026-11-15 10:30:00") << "the earlier date is stored";
-
     DBAufraeumen();
     EXPECT_EQ(messages.messages().size(), 1) << "the next start of the same day shows nothing";
 }
 
-class Colours : public HomeTest {};
+using Colours = HomeTest;
 
 // Stored colours are loaded and unset ones take their defaults; one bad colour resets all six, also
 // those read before it, with one message.
@@ -84,7 +74,7 @@ TEST_F(Colours, stored_colours_are_loaded_and_one_bad_colour_resets_all_six) {
     EXPECT_EQ(ProgramColours().warnung, 0x80FFFF);
 }
 
-class StartupSteps : public HomeTest {};
+using StartupSteps = HomeTest;
 
 TEST_F(StartupSteps, prepare_definitions_colours_housekeeping_and_master_data_without_a_window) {
     SetSysValue("Color_OK", "&H00C000");

@@ -7,7 +7,6 @@
 #include "app/Errors.h"
 
 #include <QDir>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -47,39 +46,21 @@ TEST(TextFiles, a_failed_write_or_append_leaves_the_file_as_it_was) {
     TempHome home(TempHome::Content::Empty);
     const QString xml = home.writeFile("out/a.xml", "<alt/>\r\n");
     const QString log = home.writeFile("out/log.txt", "Zeile 1\r\n");
-    struct Case {
-        const char* name;
-        std::function<void()> write;
-    };
-    const Case cases[] = {
-        {"replace",
-         [&] {
-             writeFileChecked(xml, QByteArray(5000, 'x'));
-         }},
-        {"new file",
-         [&] {
-             writeNewFileChecked(home.path("out/b.xml"), QByteArray(5000, 'x'));
-         }},
-        {"append",
-         [&] {
-             appendFileChecked(log, QByteArray("Zeile 2 ist lang genug\r\n"));
-         }},
-        {"copy",
-         [&] {
-             copyFileChecked(log, home.path("out/c.txt"));
-         }},
-    };
-    for (const Case& c : cases) {
+    const auto expectDiskFull = [](const char* name, const auto& write) {
         setWriteBudgetForTesting(3);
         try {
-            c.write();
-            ADD_FAILURE() << c.name << ": no error";
+            write();
+            ADD_FAILURE() << name << ": no error";
         } catch (const VeridonError& e) {
-            EXPECT_EQ(e.number(), ErrorNumber::DiskFull) << c.name;
-            EXPECT_TRUE(e.description().contains("kein Platz mehr")) << c.name << ": " << e.description().toStdString();
+            EXPECT_EQ(e.number(), ErrorNumber::DiskFull) << name;
+            EXPECT_TRUE(e.description().contains("kein Platz mehr")) << name << ": " << e.description().toStdString();
         }
         setWriteBudgetForTesting(-1);
-    }
+    };
+    expectDiskFull("replace", [&] { writeFileChecked(xml, QByteArray(5000, 'x')); });
+    expectDiskFull("new file", [&] { writeNewFileChecked(home.path("out/b.xml"), QByteArray(5000, 'x')); });
+    expectDiskFull("append", [&] { appendFileChecked(log, QByteArray("Zeile 2 ist lang genug\r\n")); });
+    expectDiskFull("copy", [&] { copyFileChecked(log, home.path("out/c.txt")); });
     EXPECT_EQ(home.readFile("out/a.xml"), QByteArray("<alt/>\r\n"));
     EXPECT_EQ(home.readFile("out/log.txt"), QByteArray("Zeile 1\r\n"));
     EXPECT_EQ(QDir(home.path("out")).entryList(QDir::Files | QDir::Hidden), QStringList({"a.xml", "log.txt"}));

@@ -8,7 +8,7 @@
 
 namespace {
 
-class DatabaseHelpers : public HomeTest {};
+using DatabaseHelpers = HomeTest;
 
 // GetValue answers the first matching row in table order, null where nothing is found; a missing
 // table is an error for the caller. CountRows counts them all.
@@ -41,18 +41,6 @@ TEST_F(DatabaseHelpers, conversions_treat_null_and_empty_as_zero) {
     EXPECT_EQ(StripNulls(QString("ab") + QChar(0) + "c" + QChar(0)), "abc");
 }
 
-TEST_F(DatabaseHelpers, settings_writers_store_texts_flags_and_two_columns) {
-    const QString path = "/srv/d'Artagnan/bilder";
-    SetSysValue("APP_Bildpfad", path);
-    EXPECT_EQ(GetSysText("APP_Bildpfad"), path);
-    SetSysValue("GUI_ToolBarEnabled", false);
-    EXPECT_FALSE(GetSysFlag("GUI_ToolBarEnabled", true));
-    SetSysValues("Scan_NrDesTages", 1, "Scan_TagDesJahres", 319);
-    EXPECT_EQ(ToInteger(GetSysValue("Scan_TagDesJahres")), 319);
-    EXPECT_EQ(ToInteger(GetSysValue("Scan_NrDesTages")), 1);
-    EXPECT_THROW(SetSysValue("Gibtsnicht", 1), VeridonError);
-}
-
 TEST_F(DatabaseHelpers, a_statement_joining_workstation_and_pool_tables_is_refused_on_every_workstation) {
     try {
         execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte");
@@ -64,7 +52,7 @@ TEST_F(DatabaseHelpers, a_statement_joining_workstation_and_pool_tables_is_refus
     EXPECT_EQ(CountRows("*", "zvbSys", "APP_Language <> 'zvbWerte'"), 1) << "a name inside a text is no table";
 }
 
-class IniFile : public HomeTest {};
+using IniFile = HomeTest;
 
 TEST_F(IniFile, reads_keys_without_regard_to_case_cuts_trailing_blanks_and_answers_empty_for_missing_keys) {
     EXPECT_EQ(GetIniValue("beleg", "TRENNER"), ";");

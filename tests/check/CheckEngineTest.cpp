@@ -14,21 +14,11 @@
 
 namespace {
 
-// Maria Huber's card as the evaluation delivers it, every field clean.
-QVariantMap huber() {
-    return {{"BMPName", "31901001.tif"},
-            {"TYP", "4"},
-            {"SCANDAT", "15.11.2026"},
-            {"FORM_ID", "E-111N"},
-            {"STATE", "AT"},
-            {"NACHNAME", "Huber"},
-            {"VORNAME", "Maria"},
-            {"GEBDAT", "03.07.1961"},
-            {"PERSONAL_ID", "1236030761"},
-            {"INSTITUT_ID", "1100 - OEGK"},
-            {"CARD_ID", "80040001234567890123"},
-            {"CARD_EXPIRY", "31.12.2029"},
-            {"Workflow_Status", 10}};
+// Maria Huber's Austrian card as the evaluation delivers it, every field clean.
+RowValues huber() {
+    RowValues row = demoForm(0);
+    row.insert("Workflow_Status", 10);
+    return row;
 }
 
 class CheckEngine : public HomeTest {
@@ -68,6 +58,13 @@ protected:
         EXPECT_EQ(Check(field, errors), result);
         EXPECT_EQ(errors, text.isEmpty() ? text : "\r\n" + text);
     }
+    // Checks the whole record in hand with the given field values and returns the result.
+    qint16 checkWith(std::initializer_list<std::pair<const char*, const char*>> values) {
+        for (const auto& [field, value] : values)
+            WerteArray().SetValue(field, value);
+        errors.clear();
+        return Check("all", errors);
+    }
     QString code(const QString& field) { return statusCodeOf(WerteArray().GetValue("Fehlerhaft"), field); }
     QVariant stored(qint32 lfdNr, const QString& column) {
         return GetValue(column, "zvbWerte", "LfdNr=" + QString::number(lfdNr));
@@ -76,10 +73,13 @@ protected:
     QString errors;
 };
 
-// Checked fields get their OK code.
+// Checking one field writes only its own code and leaves Korrigiert alone; checking all fields sets
+// the status and Korrigiert from the result, checked fields getting their OK code.
 TEST_F(CheckEngine, korrigiert_and_the_status_follow_the_result_of_all_fields) {
     const qint32 lfdNr = store(huber(), "Korrigiert", 1);
-    WerteArray().SetValue("VORNAME", "");
+    expectCheck("VORNAME", "", 2, "Vorname muss ausgefüllt sein");
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
+    EXPECT_EQ(WerteArray().GetValue("Fehlerhaft"), "11113") << "only the field's own position is written";
     EXPECT_EQ(Check("all", errors), 2);
     WerteArray().EmptyArray(lfdNr);
     EXPECT_EQ(stored(lfdNr, "Korrigiert").toInt(), 0);
@@ -96,14 +96,9 @@ TEST_F(CheckEngine, korrigiert_and_the_status_follow_the_result_of_all_fields) {
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
-TEST_F(CheckEngine, checking_one_field_leaves_korrigiert_alone) {
-    store(huber(), "Korrigiert", 1);
-    expectCheck("VORNAME", "", 2, "Vorname muss ausgefüllt sein");
-    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
-    EXPECT_EQ(WerteArray().GetValue("Fehlerhaft"), "11113") << "only the field's own position is written";
-}
-
-TEST_F(CheckEngine, a_field_with_pruefe_0_keeps_its_code) {
+// pruefe 0 keeps a field's code whatever it holds; pruefe 2 asks for code 0 on a filled field, so a
+// passed field with another OK code does not count as OK.
+TEST_F(CheckEngine, the_code_a_field_gets_follows_pruefe_and_its_value) {
     store(huber(), "Fehlerhaft", "2222222222");
     define("PERSONAL_ID", "PersonenNr(STATE)", 0);
     expectCheck("PERSONAL_ID", "??", 0);
@@ -112,63 +107,22 @@ TEST_F(CheckEngine, a_field_with_pruefe_0_keeps_its_code) {
     define("NACHNAME", "Pflichtfeld()", 0);
     expectCheck("NACHNAME", "", 0);
     EXPECT_EQ(code("NACHNAME"), "2");
-}
 
-TEST_F(CheckEngine, a_field_not_marked_for_checking_is_skipped) {
-    execSql("UPDATE ZVBFelder SET gelbefelderjn=0 WHERE VarName='NACHNAME'");
+    define("NACHNAME", "Pflichtfeld()", 2);
+    expectCheck("NACHNAME", "Huber", 0);
+    EXPECT_EQ(code("NACHNAME"), "0");
+    execSql("UPDATE ZVBFelder SET OkFarbe=2 WHERE VarName='NACHNAME'");
     FelderArray().Fill();
-    store(huber(), "NACHNAME", "");
-    EXPECT_EQ(Check("all", errors), 0);
-    EXPECT_EQ(code("NACHNAME"), "1") << "padding; the engine never wrote the field";
-}
+    EXPECT_EQ(Check("NACHNAME", errors), 2);
+    EXPECT_EQ(code("NACHNAME"), "2");
+    EXPECT_EQ(errors, "");
 
-TEST_F(CheckEngine, an_empty_value_that_passes_reads_as_unchecked) {
+    // An empty value that passes reads as unchecked.
     define("CARD_ID", "Zahl()");
-    store(huber());
     expectCheck("CARD_ID", "", 0);
     EXPECT_EQ(code("CARD_ID"), "1");
     expectCheck("CARD_ID", "8004", 0);
     EXPECT_EQ(code("CARD_ID"), "0");
-}
-
-// Each row: the commands of CARD_ID, the result, the error text and the field's code (not compared
-// where none is given). An unknown command is reported, and a later passing command decides.
-TEST_F(CheckEngine, unknown_commands_are_reported_and_a_later_passing_command_decides) {
-    store(huber());
-    const struct {
-        const char* checks;
-        qint16 result;
-        const char* errors;
-        const char* code;
-    } rows[] = {
-        {"Ziffern(20);Zahl()", 0, "\r\nDer Befehl 'Ziffern(20)' wird nicht unterstützt!", "0"},
-        {"Pflichtfeld();zahl()", 2, "\r\nDer Befehl 'zahl()' wird nicht unterstützt!", "3"}, // case counts
-        {"Pflichtfeld", 2, "\r\nDer Befehl 'Pflichtfeld' wird nicht unterstützt!", nullptr},
-        {"Pflichtfeld();;Laenge(20)", 0, "\r\nDer Befehl '' wird nicht unterstützt!", "0"},
-        {"Pflichtfeld();", 0, "", "0"}, // a trailing ';' adds no command
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.checks);
-        define("CARD_ID", row.checks);
-        errors.clear();
-        EXPECT_EQ(Check("CARD_ID", errors), row.result);
-        EXPECT_EQ(errors, row.errors);
-        if (row.code) {
-            EXPECT_EQ(code("CARD_ID"), row.code);
-        }
-    }
-}
-
-// The errors of two checks add up in the caller's text.
-TEST_F(CheckEngine, the_errors_of_several_checks_add_up) {
-    define("CARD_ID", "Gleitkommazahl();Gleitkommazahllaenge(3,2)");
-    store(huber());
-    WerteArray().SetValue("CARD_ID", "12.5");
-    EXPECT_EQ(Check("CARD_ID", errors), 2);
-    WerteArray().SetValue("CARD_ID", "1234,5");
-    EXPECT_EQ(Check("CARD_ID", errors), 2);
-    EXPECT_EQ(errors, "\r\nKennnummer der Karte muss eine Zahl enthalten."
-                      "\r\nKennnummer der Karte muss einen Wert enthalten der Laenge 3,2");
 }
 
 // Each row: a field, its commands (as defined where none are given), the value typed, the result
@@ -176,6 +130,7 @@ TEST_F(CheckEngine, the_errors_of_several_checks_add_up) {
 // not fit are reported in the text, never as a run-time error.
 TEST_F(CheckEngine, each_command_reports_its_own_text) {
     const QString missing = "Staat ist nicht in der dazugehörigen Stammdatentabelle vorhanden.";
+    const char* const card = "80040001234567890123";
     const QString cannot = "Der Befehl '%1' im Feld 'Kennnummer der Karte' kann nicht ausgeführt werden: %2";
     const struct {
         const char* field;
@@ -194,9 +149,16 @@ TEST_F(CheckEngine, each_command_reports_its_own_text) {
         {"CARD_ID", "Gleitkommazahlbereich(0.5,2.5)", "3", 2,
          "Kennnummer der Karte enthält eine Wert ausserhalb des gültigen Bereiches (0,5,2,5)"},
         {"CARD_ID", "Waehrung(2)", "10,5", 2, "Kennnummer der Karte enthält kein gültiges Währungsformat."},
+        {"CARD_ID", "Gleitkommazahl();Gleitkommazahllaenge(3,2)", "1234,5", 2,
+         "Kennnummer der Karte muss einen Wert enthalten der Laenge 3,2"},
         {"CARD_ID", "Bereich(a,12)", "5", 2, cannot.arg("Bereich(a,12)", "'a' ist keine ganze Zahl.")},
         {"CARD_ID", "Laenge()", "5", 2, cannot.arg("Laenge()", "Angabe Nr. 1 in den Klammern fehlt.")},
-        {"GEBDAT", nullptr, "17.11.2026", 0, {}}, // two days ahead passes Datum_Bereich(43830,)
+        // An unknown command is reported (the case counts), and a later passing command decides.
+        {"CARD_ID", "Ziffern(20);Zahl()", card, 0, "Der Befehl 'Ziffern(20)' wird nicht unterstützt!"},
+        {"CARD_ID", "Pflichtfeld();zahl()", card, 2, "Der Befehl 'zahl()' wird nicht unterstützt!"},
+        {"CARD_ID", "Pflichtfeld();;Laenge(20)", card, 0, "Der Befehl '' wird nicht unterstützt!"},
+        {"CARD_ID", "Pflichtfeld();", card, 0, {}}, // a trailing ';' adds no command
+        {"GEBDAT", nullptr, "17.11.2026", 0, {}},   // two days ahead passes Datum_Bereich(43830,)
         {"GEBDAT", nullptr, "16.11.2026", 2, "Geburtsdatum enthält ein Datum ausserhalb des gültigen Bereiches."},
         {"CARD_EXPIRY", nullptr, "31.02.2029", 2, "Ablaufdatum enthält kein gültiges Datum."},
         {"STATE", nullptr, "at", 0, {}},
@@ -215,32 +177,26 @@ TEST_F(CheckEngine, each_command_reports_its_own_text) {
         if (row.checks)
             define(row.field, row.checks);
         expectCheck(row.field, row.value, row.result, row.text);
-        EXPECT_EQ(code(row.field), row.result == 2 ? "3" : "0") << row.field << " = " << row.value;
+        EXPECT_EQ(code(row.field), row.result == 2 ? "3" : "0")
+            << row.field << " " << (row.checks ? row.checks : "") << " = " << row.value;
     }
     EXPECT_TRUE(messages.messages().isEmpty()) << "no run-time error";
 }
 
-TEST_F(CheckEngine, a_field_with_code_4_is_skipped_when_all_are_checked) {
-    store(huber(), "Fehlerhaft", "0004000000");
-    WerteArray().SetValue("NACHNAME", "");
-    EXPECT_EQ(Check("all", errors), 0);
+// When all fields are checked, a field not marked for checking is never written and one with code 4
+// is skipped.
+TEST_F(CheckEngine, unmarked_fields_and_code_4_are_skipped_when_all_are_checked) {
+    execSql("UPDATE ZVBFelder SET gelbefelderjn=0 WHERE VarName='VORNAME'");
+    FelderArray().Fill();
+    store(huber(), "Fehlerhaft", "0004");
+    EXPECT_EQ(checkWith({{"NACHNAME", ""}, {"VORNAME", ""}}), 0);
     EXPECT_EQ(errors, "");
     EXPECT_EQ(code("NACHNAME"), "4");
+    EXPECT_EQ(code("VORNAME"), "1") << "padding; the engine never wrote the field";
 
     // Asked by name it is checked.
     expectCheck("NACHNAME", "", 2, "Nachname muss ausgefüllt sein");
     EXPECT_EQ(code("NACHNAME"), "3");
-}
-
-TEST_F(CheckEngine, pruefe_2_asks_for_code_0_on_a_filled_field) {
-    define("NACHNAME", "Pflichtfeld()", 2);
-    store(huber());
-    EXPECT_EQ(Check("NACHNAME", errors), 0);
-    execSql("UPDATE ZVBFelder SET OkFarbe=2 WHERE VarName='NACHNAME'");
-    FelderArray().Fill();
-    EXPECT_EQ(Check("NACHNAME", errors), 2) << "a passed field with another OK code does not count as OK";
-    EXPECT_EQ(code("NACHNAME"), "2");
-    EXPECT_EQ(errors, "");
 }
 
 // A two-digit year takes its century from what the field holds: the birth date, checked against a
@@ -264,27 +220,36 @@ TEST_F(CheckEngine, a_two_digit_year_is_read_by_the_kind_of_date) {
     }
 }
 
-TEST_F(CheckEngine, a_lookup_on_an_unknown_table_is_a_check_failure_not_a_crash) {
+// A command that cannot run (an unknown table or column, master data without the country numbers,
+// a field the record lacks) fails the check with its reason, logged once and not per record, and no
+// run-time error box shows.
+TEST_F(CheckEngine, a_command_that_cannot_run_is_a_check_failure_not_a_crash) {
     define("STATE", "Lookup(Staaten,State_ID)");
     const qint32 first = store(huber());
     EXPECT_EQ(Check("all", errors), 2);
     EXPECT_EQ(errors, "\r\nDer Befehl 'Lookup(Staaten,State_ID)' im Feld 'Staat' kann nicht ausgeführt werden: "
                       "Die Tabelle 'Staaten' ist nicht vorhanden.");
     EXPECT_EQ(code("STATE"), "3");
-    EXPECT_TRUE(messages.messages().isEmpty()) << "no run-time error box";
 
     store(huber());
-    errors.clear();
-    EXPECT_EQ(Check("all", errors), 2);
+    EXPECT_EQ(checkWith({}), 2);
     define("STATE", "Lookup(sysStates,Staat)");
     take(first);
-    errors.clear();
-    EXPECT_EQ(Check("STATE", errors), 2);
+    EXPECT_EQ(checkWith({}), 2);
     EXPECT_TRUE(errors.contains("Das Feld 'Staat' ist in der Tabelle 'sysStates' nicht vorhanden."));
-
     const QString log = QString::fromUtf8(home.readFile("zvMsgLog.txt"));
     EXPECT_EQ(log.count("Lookup(Staaten,State_ID)"), 1) << "logged once, not per record:\n" << log.toStdString();
     EXPECT_EQ(log.count("Lookup(sysStates,Staat)"), 1);
+
+    execSql("ALTER TABLE sysStates DROP COLUMN State_IsoNumeric");
+    define("PERSONAL_ID", "PersonenNr(LAND)");
+    EXPECT_EQ(checkWith({}), 2);
+    EXPECT_TRUE(errors.contains("Der Befehl 'EhicKarte(STATE)' im Feld 'Kennnummer der Karte' kann nicht ausgeführt "
+                                "werden: "))
+        << errors.toStdString();
+    EXPECT_TRUE(errors.contains("State_IsoNumeric"));
+    EXPECT_TRUE(errors.contains("Das Feld 'LAND' gibt es im Beleg nicht."));
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
 TEST_F(CheckEngine, messages_follow_the_language) {
@@ -299,6 +264,52 @@ TEST_F(CheckEngine, messages_follow_the_language) {
                       "\r\nGiven names must be filled in");
     SetSysValue("APP_Language", "DE");
     ReloadLanguage();
+}
+
+// EhicKarte and PersonenNr on the stored card: the warning the operator reads, the field's warning
+// code and a record that still counts as faulty until the operator confirms it.
+TEST_F(CheckEngine, the_card_number_must_carry_80_and_the_issuing_states_country_number) {
+    store(huber());
+    struct Row {
+        const char* state;
+        const char* card;
+        qint16 result;
+    };
+    const QString warning = "\r\nKennnummer der Karte ist keine Kartennummer (20 Ziffern, beginnend mit 80 und der "
+                            "Ländernummer) des Staates ";
+    const Row rows[] = {
+        {"AT", "80040001234567890123", 0}, {"GR", "80300001234567890123", 0},
+        {"EL", "80300001234567890123", 0}, {"UK", "80826001234567890123", 0},
+        {"GB", "80826001234567890123", 0}, {"AT", "80276001234567890123", 3},
+        {"AT", "81040001234567890123", 3}, {"D?", "80276001234567890123", 2 /* the "?" of the state */},
+    };
+    for (const Row& r : rows) {
+        SCOPED_TRACE(std::string(r.state) + " " + r.card);
+        EXPECT_EQ(checkWith({{"STATE", r.state}, {"CARD_ID", r.card}}), r.result);
+        if (r.result == 3) {
+            EXPECT_EQ(errors, warning + r.state);
+            EXPECT_EQ(code("CARD_ID"), "5");
+            EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0") << "a warning is not yet a clean record";
+        } else {
+            EXPECT_FALSE(errors.contains("Kennnummer der Karte")) << errors.toStdString();
+        }
+    }
+}
+
+TEST_F(CheckEngine, a_wrong_personal_number_or_asterisks_warn_unless_the_state_prints_them) {
+    store(huber());
+    EXPECT_EQ(checkWith({{"PERSONAL_ID", "1234030761"}}), 3);
+    EXPECT_EQ(errors, "\r\nPersönliche Kennnummer passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer "
+                      "des Staates AT");
+    EXPECT_EQ(code("PERSONAL_ID"), "5");
+    // An Austrian e-card without entitlement prints asterisks in place of the number.
+    EXPECT_EQ(checkWith({{"PERSONAL_ID", "**********"}}), 0) << errors.toStdString();
+    EXPECT_EQ(code("PERSONAL_ID"), "0");
+    EXPECT_EQ(checkWith({{"STATE", "NL"}, {"CARD_ID", "80528000012345678901"}, {"PERSONAL_ID", "*********"}}), 3);
+    EXPECT_TRUE(errors.endsWith("des Staates NL")) << errors.toStdString();
+    // An error elsewhere outranks the warning.
+    EXPECT_EQ(checkWith({{"NACHNAME", ""}}), 2);
+    EXPECT_EQ(code("PERSONAL_ID"), "5");
 }
 
 } // namespace

@@ -124,12 +124,6 @@ TEST_F(Dates, reading_forms_are_brought_to_dd_mm_yyyy) {
     EXPECT_EQ(NormiereDatum("010127", false), "01.01.2027") << "the century boundary moves with the clock";
 }
 
-TEST_F(Dates, datum_accepts_every_valid_date_in_a_reading_form) {
-    expectEach("Datum", [](const QString& v) { return Datum(v, DatumMode::Valid, "", ""); },
-               {"15.11.2026", "150385", "29.02.2028", ""}, {"29.02.2027", "15.13.2026", "15.11.2?26"});
-    EXPECT_EQ(Datum("15.11.2026", 3, "", ""), bad) << "an unknown mode fails";
-}
-
 TEST_F(Dates, datum_bereich_bounds_count_days_from_today) {
     // Only a bound into the past: tomorrow fails, two or more days ahead pass.
     expectRange("30", "", {0, -30, 2, 5}, {-31, 1});
@@ -141,16 +135,6 @@ TEST_F(Dates, datum_bereich_bounds_count_days_from_today) {
     EXPECT_EQ(Datum("31.02.2026", DatumMode::Range, "30", "10"), bad);
     EXPECT_EQ(Datum("", DatumMode::Range, "30", "10"), ok);
     EXPECT_THROW(Datum(day(0), DatumMode::Range, "dreißig", ""), VeridonError);
-}
-
-class LookupPrimitive : public HomeTest {};
-
-TEST_F(LookupPrimitive, finds_a_value_in_a_master_table) {
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='AT'"), ok);
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='at'"), ok) << "texts compare without case";
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='XX'"), bad);
-    EXPECT_EQ(Lookup("State_ID", "sysStates", "[State_ID]='AT' AND State_XmlType=4"), bad);
-    EXPECT_THROW(Lookup("State_ID", "Staaten", "[State_ID]='AT'"), VeridonError);
 }
 
 } // namespace

@@ -1,15 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// The card checks: each state's personal-number rule on its published examples and on the same
-// numbers with one character wrong, then EhicKarte and PersonenNr in the engine on a stored card -
-// the warning the operator reads, the field's warning code and a record that still counts as
-// faulty until the operator confirms it.
+// Each state's personal-number rule on its published examples and on the same numbers with one
+// character wrong.
 
-#include "HomeTest.h"
-#include "RecordRows.h"
-#include "app/Database.h"
 #include "check/PersonalNumberRules.h"
-#include "check/mdlCheck.h"
-#include "model/FormModel.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -69,92 +64,6 @@ TEST(PersonalNumberRules, each_state_accepts_its_examples_and_refuses_a_changed_
     EXPECT_FALSE(hasPersonalNumberRule("GR"));
     EXPECT_TRUE(personalNumberFits("GR", "irgendwas 123"));
     EXPECT_FALSE(personalNumberFits("at", "1234010180"));
-}
-
-class CardChecks : public HomeTest {
-protected:
-    void SetUp() override {
-        FelderArray().Fill();
-        RowValues row = demoForm(0); // Maria Huber's Austrian card
-        row.insert("Workflow_Status", 10);
-        lfdNr = insertRecord(row);
-        QSqlQuery stored = execSql("SELECT * FROM zvbWerte WHERE LfdNr=?", {lfdNr});
-        ASSERT_TRUE(stored.next());
-        WerteArray().Fill(stored);
-    }
-    void TearDown() override {
-        WerteArray().Clear();
-        FelderArray().EmptyArray();
-    }
-    // Checks the whole record with the given field values and returns the result; errors holds
-    // the text the operator reads.
-    qint16 checkWith(std::initializer_list<std::pair<const char*, const char*>> values) {
-        for (const auto& [field, value] : values)
-            WerteArray().SetValue(field, value);
-        errors.clear();
-        return Check("all", errors);
-    }
-    QString code(const QString& field) { return statusCodeOf(WerteArray().GetValue("Fehlerhaft"), field); }
-
-    qint32 lfdNr = 0;
-    QString errors;
-};
-
-TEST_F(CardChecks, the_card_number_must_carry_80_and_the_issuing_states_country_number) {
-    struct Row {
-        const char* state;
-        const char* card;
-        qint16 result;
-    };
-    const QString warning = "\r\nKennnummer der Karte ist keine Kartennummer (20 Ziffern, beginnend mit 80 und der "
-                            "Ländernummer) des Staates ";
-    const Row rows[] = {
-        {"AT", "80040001234567890123", 0}, {"GR", "80300001234567890123", 0},
-        {"EL", "80300001234567890123", 0}, {"UK", "80826001234567890123", 0},
-        {"GB", "80826001234567890123", 0}, {"AT", "80276001234567890123", 3},
-        {"AT", "81040001234567890123", 3}, {"D?", "80276001234567890123", 2 /* the "?" of the state */},
-    };
-    for (const Row& r : rows) {
-        SCOPED_TRACE(std::string(r.state) + " " + r.card);
-        EXPECT_EQ(checkWith({{"STATE", r.state}, {"CARD_ID", r.card}}), r.result);
-        if (r.result == 3) {
-            EXPECT_EQ(errors, warning + r.state);
-            EXPECT_EQ(code("CARD_ID"), "5");
-            EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0") << "a warning is not yet a clean record";
-        } else {
-            EXPECT_FALSE(errors.contains("Kennnummer der Karte")) << errors.toStdString();
-        }
-    }
-}
-
-TEST_F(CardChecks, a_wrong_personal_number_or_asterisks_warn_unless_the_state_prints_them) {
-    EXPECT_EQ(checkWith({{"PERSONAL_ID", "1234030761"}}), 3);
-    EXPECT_EQ(errors, "\r\nPersönliche Kennnummer passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer "
-                      "des Staates AT");
-    EXPECT_EQ(code("PERSONAL_ID"), "5");
-    // An Austrian e-card without entitlement prints asterisks in place of the number.
-    EXPECT_EQ(checkWith({{"PERSONAL_ID", "**********"}}), 0) << errors.toStdString();
-    EXPECT_EQ(code("PERSONAL_ID"), "0");
-    EXPECT_EQ(checkWith({{"STATE", "NL"}, {"CARD_ID", "80528000012345678901"}, {"PERSONAL_ID", "*********"}}), 3);
-    EXPECT_TRUE(errors.endsWith("des Staates NL")) << errors.toStdString();
-    // An error elsewhere outranks the warning.
-    EXPECT_EQ(checkWith({{"NACHNAME", ""}}), 2);
-    EXPECT_EQ(code("PERSONAL_ID"), "5");
-}
-
-TEST_F(CardChecks, master_data_without_the_country_numbers_is_reported_not_taken_as_the_cards_fault) {
-    execSql("ALTER TABLE sysStates DROP COLUMN State_IsoNumeric");
-    EXPECT_EQ(checkWith({}), 2);
-    EXPECT_TRUE(errors.contains("Der Befehl 'EhicKarte(STATE)' im Feld 'Kennnummer der Karte' kann nicht ausgeführt "
-                                "werden: "))
-        << errors.toStdString();
-    EXPECT_TRUE(errors.contains("State_IsoNumeric")) << errors.toStdString();
-
-    execSql("UPDATE ZVBFelder SET pruefungen='PersonenNr(LAND)' WHERE VarName='PERSONAL_ID'");
-    FelderArray().Fill();
-    EXPECT_EQ(checkWith({}), 2);
-    EXPECT_TRUE(errors.contains("Das Feld 'LAND' gibt es im Beleg nicht.")) << errors.toStdString();
-    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 }
 
 } // namespace

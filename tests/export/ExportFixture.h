@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A home with a hand-over template of the tests' own, records to export and their image files.
+// A home with its hand-over template, records to export and their image files.
 #pragma once
 
 #include "HomeTest.h"
@@ -16,34 +16,10 @@ protected:
         // Reports are the printing tests' business; here the settings ask for none.
         SetSysValue(QStringLiteral("Report_Other_Country"), 0);
         SetSysValue(QStringLiteral("Report_Ambrix_Country"), 0);
-        home.writeFile(QStringLiteral("default.xml"), templateBytes());
     }
 
-    // The template: every placeholder, two of them in attributes, a line of blanks and a line
-    // holding a tab, LF line ends and no line end after the last line.
-    static QByteArray templateBytes() {
-        return "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\n"
-               "<Uebergabe schema=\"%VERSION%\" erfasst=\"%FORM_DATE%\">\n"
-               "  %FORM_ID%\n"
-               "  %STATE%\n"
-               "  %CASE_IDENTIFIER%\n"
-               "  <Person>\n"
-               "    %NACHNAME%\n"
-               "    %VORNAME%\n"
-               "    %GEBDAT%\n"
-               "    %PERSONAL_ID%\n"
-               "  </Person>\n"
-               "      \n"
-               "\t\n"
-               "  <Karte>\n"
-               "    %INSTITUT_ID%\n"
-               "    %CARD_ID%\n"
-               "    %CARD_EXPIRY%\n"
-               "  </Karte>\n"
-               "</Uebergabe>";
-    }
-
-    // A demo form in state 40 with its image file in the image folder; returns its LfdNr.
+    // A demo form in state 40 with its image file in the image folder (none for a path-like name);
+    // returns its LfdNr.
     qint32 acceptedForm(int index, const RowValues& changes = {}) {
         RowValues row = demoForm(index);
         row.insert(QStringLiteral("Workflow_Status"), 40);
@@ -51,10 +27,16 @@ protected:
         row.insert(QStringLiteral("Korrigiert"), 1);
         row.insert(changes);
         const QString image = row.value(QStringLiteral("BMPName")).toString();
-        if (!image.isEmpty())
-            home.writeFile(QStringLiteral("images/") + image, "II* Bild " + image.toLatin1());
+        if (!image.isEmpty() && !image.contains(QLatin1Char('/')) && !image.contains(QLatin1Char('\\')))
+            home.writeFile(QStringLiteral("images/") + image, imageOf(image));
         return insertRecord(row);
     }
+    // An image's bytes: large enough that a failing write can hit its copy.
+    static QByteArray imageOf(const QString& bmpName) {
+        return "II* Bild " + bmpName.toLatin1() + QByteArray(2000, 'x');
+    }
+    // A path in the backup folder of the test day.
+    static QString day(const QString& relative) { return QStringLiteral("backup/261115/") + relative; }
 
     QString exported(const QString& name) const {
         return QString::fromLatin1(home.readFile(QStringLiteral("export/") + name));

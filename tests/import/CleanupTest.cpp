@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The clean-up: raw card lines as a reader returns them, mapped into the form's fields for both
-// layouts, with the line helpers and the replacement rules on their own.
+// layouts, and the replacement rules on their own.
 
 #include "ImportFixture.h"
 #include "RecordRows.h"
@@ -9,17 +9,7 @@
 #include "import/OcrCorrection.h"
 #include "import/mdlImportNachbearbeitung.h"
 
-#include <functional>
-
 namespace {
-
-// Expects normalise to turn the text before " -> " of each row into the text after it.
-void expectNormal(const std::function<QString(const QString&)>& normalise, std::initializer_list<const char*> rows) {
-    for (const char* row : rows) {
-        const QStringList parts = QString::fromUtf8(row).split(" -> ");
-        EXPECT_EQ(normalise(parts[0]), parts[1]) << row;
-    }
-}
 
 class Cleanup : public ImportTest {
 protected:
@@ -34,7 +24,7 @@ protected:
 };
 
 // One clean-up over new rows of both layouts as a reader returns them: frames, blanks and misread
-// slashes repaired, shared lines split at the widest gap, an unknown state read again from the
+// slashes repaired, shared lines split at the first of the widest gaps, an unknown state read again from the
 // heading line, values cut to their field length. A row already committed is left alone, and the
 // raw lines stay as read.
 TEST_F(Cleanup, new_rows_of_both_layouts_are_mapped_into_the_fields_and_repaired) {
@@ -49,7 +39,7 @@ TEST_F(Cleanup, new_rows_of_both_layouts_are_mapped_into_the_fields_and_repaired
                      "1236 030761      1100 - OEGK", "8004 0001 2345 6789 0123     xx31/12/2029"});
     const int slashA = newRow("5", {"", "FR", "DUPONT", "MARIE", "14109/1990     290097512", "75 - CPAM Paris",
                                     "80250000001234567890     30/0912027"});
-    const int slashB = newRow("5", {"", "FR", "DUPONT", "JEAN", "0111211985     185127512", "75 - CPAM Paris",
+    const int slashB = newRow("5", {"", "FR", "DUPONT", "JEAN", "0111211985     185127512", "l 75 - CPAM Paris",
                                     "80250000001234567891     3010912027x"});
     const int month13 = newRow("5", {"", "FR", "DUPONT", "LUC", "12113/1960     160137512", "75 - CPAM Paris",
                                      "80250000001234567892     30/09/2027"});
@@ -57,7 +47,7 @@ TEST_F(Cleanup, new_rows_of_both_layouts_are_mapped_into_the_fields_and_repaired
     const int ambiguous = newRow("5", {"EHIC  DE", "D?", "MUELLER", "JUERGEN"});
     const int unique = newRow("5", {"", "A?", "HUBER", "MARIA"});
     const int noHeading = newRow("4", {"EUROPÄISCHE KRANKENVERSICHERUNGSKARTE", "XX", "HUBER"});
-    const int tooLong = newRow("5", {"", "DE", longName, "Hubert", "01/01/1970     123456789012345678901234"});
+    const int tooLong = newRow("5", {"", "DE", longName, "Hubert", "01/01/1970     1234567890     12345678901234"});
     const int noLayout = newRow("", {"", "AT", "huber"});
     ASSERT_EQ(ImportNachbearbeitung(), 1);
 
@@ -70,65 +60,21 @@ TEST_F(Cleanup, new_rows_of_both_layouts_are_mapped_into_the_fields_and_repaired
                           "PERSONAL_ID=1236030761", "INSTITUT_ID=1100 - OEGK", "CARD_ID=80040001234567890123",
                           "CARD_EXPIRY=31/12/2029"});
     expectTexts(slashA, {"GEBDAT=14/09/1990", "CARD_EXPIRY=30/09/2027"});
-    expectTexts(slashB, {"GEBDAT=01/12/1985", "CARD_EXPIRY=30/09/2027"});
+    // One blank beside a character does not make it a frame.
+    expectTexts(slashB, {"GEBDAT=01/12/1985", "CARD_EXPIRY=30/09/2027", "INSTITUT_ID=l 75 - CPAM Paris"});
     EXPECT_EQ(text(month13, "GEBDAT"), "12113/1960") << "month 13 is no date: left for the operator";
     EXPECT_EQ(text(unreadable, "STATE"), "IT");
     EXPECT_EQ(text(ambiguous, "STATE"), "D?") << "DE and DK both fit: the operator decides";
     EXPECT_EQ(text(unique, "STATE"), "AT");
     EXPECT_EQ(text(noHeading, "STATE"), "") << "a layout 4 card has no second line with the code";
     EXPECT_EQ(text(tooLong, "NACHNAME"), longName.left(40));
-    EXPECT_EQ(text(tooLong, "PERSONAL_ID"), "12345678901234567890");
+    EXPECT_EQ(text(tooLong, "PERSONAL_ID"), "12345678901234567890") << "split at the first of the widest gaps";
     expectTexts(noLayout, {"TYP=5", "NACHNAME=Huber"}); // an empty layout is the other layout
     EXPECT_TRUE(messages.messages().isEmpty());
 }
 
-TEST(LineHelpers, frame_characters_go_only_with_enough_blanks_beside_them) {
-    // A name starting with I stays whole.
-    expectNormal([](const QString& line) { return EntferneRandzeichen(line, 1); },
-                 {"|  MUELLER -> MUELLER", "  ] de Vries  -> de Vries", "Ida -> Ida"});
-    // With n = 2 one blank does not count.
-    expectNormal([](const QString& line) { return EntferneRandzeichen(line, 2); },
-                 {"| MUELLER -> | MUELLER", "120207 - ASL Roma 1 -> 120207 - ASL Roma 1",
-                  "120207 - ASL Roma  1 -> 120207 - ASL Roma", "(  FR  ) -> FR",
-                  "l   Jan Pieter   22/02/1985   \\ -> Jan Pieter   22/02/1985"});
-}
-
-TEST(LineHelpers, smart_case_raises_word_starts_and_lowers_nothing) {
-    expectNormal(SmartCase, {"anna-lena -> Anna-Lena", "MUELLER -> MUELLER",
-                             "müller-lüdenscheidt -> Müller-Lüdenscheidt", "mcDonald -> McDonald", " -> "});
-}
-
-TEST(LineHelpers, split_at_the_widest_gap_takes_its_first_occurrence) {
-    const auto split = [](const QString& line) {
-        QString first, second;
-        TrenneAmGroesstenAbstand(line, first, second);
-        return first + " | " + second;
-    };
-    expectNormal(split, {"12/03/1960    123 456 -> 12/03/1960 | 123 456",
-                         "Jan Pieter  22/02/1985  x -> Jan Pieter | 22/02/1985  x",
-                         "80040001234567890123 -> 80040001234567890123 | "});
-}
-
-TEST(LineHelpers, date_is_cut_out_of_surrounding_characters_and_misread_slashes_repaired) {
-    expectNormal(SchneideDatumAus, {"x31/12/2029] -> 31/12/2029", "1/31/12/2029 -> 31/12/2029", "31/12/29 -> 31/12/29",
-                                    "/31/12/202 -> /31/12/202"});
-    expectNormal(repairCardDate, {"12|03\\1960 -> 12/03/1960", " 12 / 03 / 1960  -> 12/03/1960",
-                                  "1210311960 -> 12/03/1960", "12l03I1960 -> 12/03/1960", "12.03.1960 -> 12.03.1960"});
-}
-
-class States : public HomeTest {};
-
-TEST_F(States, state_codes_are_checked_against_the_known_states) {
-    // D? fits DE and DK; RO and LT both occur in EUROPEAN HEALTH.
-    expectNormal([](const QString& text) { return ErmittleStaat(text); },
-                 {"de -> DE", "D? -> D?", "?E -> ?", "XX -> ?", "D1 -> ?", "A -> A", " -> ", "EHIC  IT -> IT",
-                  "EUROPEAN HEALTH -> ?"});
-    execSql("DELETE * FROM sysStates WHERE State_ID='DK'");
-    EXPECT_EQ(ErmittleStaat("d?"), "DE");
-}
-
-TEST_F(States, replacement_rules_read_hash_as_blank_and_apply_in_table_order) {
-    execSql("DELETE * FROM ocrErsetzungen");
+TEST_F(Cleanup, replacement_rules_read_hash_as_blank_and_apply_in_table_order) {
+    withoutOcrRules();
     execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('*', '0#', 'O#')");
     execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('NACHNAME', 'O#B', 'O''B')");
     execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('VORNAME', '#', '')");

@@ -17,7 +17,7 @@ protected:
 // what it holds. Parts fill the columns in table order; an empty part is the empty text, a missing
 // one null; escape codes are resolved except in the image name, "\\w" anywhere making the value 0; a
 // ";" reads as a point unless the value is over its column's size; a separator of several
-// characters is searched as a whole.
+// characters is searched as a whole; an invalid field ("\\i") becomes a "?".
 TEST_F(ImportValues, parts_fill_the_columns_in_table_order_with_escape_codes_and_separators_resolved) {
     const struct {
         const char* separator;
@@ -44,6 +44,9 @@ TEST_F(ImportValues, parts_fill_the_columns_in_table_order_with_escape_codes_and
         {"|#|",
          {"31901002.tif|#|15.11.2026|#|4|#|0|#|0|#|EUROPÄISCHE | KARTE|#|NL|#|de Vries # 2"},
          {{"BMPName=31901002.tif", "T4_L1=EUROPÄISCHE | KARTE", "T4_L2=NL", "T4_L3=de Vries # 2"}}},
+        {";",
+         {"31901005.tif;15.11.2026;4;0;0;;AT;Hu\\iber", "31901006.tif;15.11.2026;4;0;0;;NL;de Vries"},
+         {{"T4_L3=?"}, {"T4_L3=de Vries"}}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.separator);
@@ -54,21 +57,12 @@ TEST_F(ImportValues, parts_fill_the_columns_in_table_order_with_escape_codes_and
         for (int i = 0; i < c.rows.size(); ++i)
             expectTexts(before + 1 + i, c.rows[i]);
     }
-    EXPECT_FALSE(log().contains("\\i im Datensatz"));
+    // An invalid field becomes a "?" and names its image in the log.
+    EXPECT_EQ(log().count("\\i im Datensatz"), 1) << log().toStdString();
+    EXPECT_TRUE(log().contains("ImportZVBWerte();\\i im Datensatz! Beleg: '31901005.tif';15.11.2026 10:30:00\r\n"));
     EXPECT_EQ(log().count("ImportZVBWerte();TARNVEL.INI ohne Eintrag [Beleg] [Trenner], Default-Wert genutzt!;"
                           "15.11.2026 10:30:00\r\n"),
               1);
-}
-
-TEST_F(ImportValues, invalid_field_becomes_a_question_mark_and_names_the_image_in_the_log) {
-    writeResult({"31901001.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;AT;Hu\\iber",
-                 "31901002.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;NL;de Vries"});
-    ASSERT_EQ(import(), 2);
-    EXPECT_EQ(text(1, "T4_L3"), "?");
-    EXPECT_EQ(text(2, "T4_L3"), "de Vries");
-    EXPECT_TRUE(log().contains("ImportZVBWerte();\\i im Datensatz! Beleg: '31901001.tif';15.11.2026 10:30:00\r\n"))
-        << log().toStdString();
-    EXPECT_FALSE(log().contains("31901002.tif"));
 }
 
 TEST_F(ImportValues, parts_beyond_the_filled_columns_are_ignored) {
@@ -100,15 +94,6 @@ TEST_F(ImportValues, field_length_cuts_the_value_as_read_over_size_and_correctio
     ASSERT_EQ(import(), 2);
     EXPECT_EQ(text(1, "T4_L5"), "12O4O3O761;X") << "over the field length: cut, not corrected";
     EXPECT_EQ(text(2, "T4_L5"), "12040307.1") << "within it: ';' read as '.', then corrected";
-}
-
-TEST_F(ImportValues, replacement_rules_apply_to_their_column_and_to_all_with_hash_as_blank) {
-    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('*', '0#', 'O#')");
-    execSql("INSERT INTO ocrErsetzungen (Feld, Suchstring, Ersatzstring) VALUES ('T5_L3', '##', '#')");
-    writeResult({"31901009.tif;15.11.2026;5;0;0;;;;;;;EHIC  IE;IE;0 BRIEN  0 NEILL;Sean;10/10/1971     0 12"});
-    ASSERT_EQ(import(), 1);
-    // "*" reaches every column.
-    expectTexts(1, {"T5_L3=O BRIEN O NEILL", "T5_L5=10/10/1971     O 12", "T5_L4=Sean"});
 }
 
 TEST(ValuesTableDefinitions, every_column_has_a_field_definition_of_its_size) {
