@@ -8,16 +8,11 @@
 
 namespace {
 
-class PrintCommandTest : public PrintFixture {
-protected:
-    PrintCommandTest() {
-        FelderArray().Fill();
-        setting("Report_Other_Country", 1);
-    }
-    ~PrintCommandTest() override { WerteArray().Clear(); }
-};
+using PrintCommandTest = PrintFixture;
 
 TEST_F(PrintCommandTest, refused_while_a_field_fails_then_stored_as_on_screen_printed_and_keeps_its_state) {
+    FelderArray().Fill();
+    setting("Report_Other_Country", 1);
     RowValues row = demoForm(0);
     row.insert({{"FORM_ID", "E111"}, {"Workflow_Status", 30}, {"Workflow_KorrID", 1}, {"CARD_ID", "8004OOO1234"}});
     const qint32 number = insertRecord(row);
@@ -40,6 +35,7 @@ TEST_F(PrintCommandTest, refused_while_a_field_fails_then_stored_as_on_screen_pr
     ASSERT_TRUE(q.next());
     EXPECT_EQ((QVariantList{q.value(0).toString(), q.value(1).toInt(), q.value(2).toInt()}),
               (QVariantList{"Huber-Moser", 1, 30}));
+    WerteArray().Clear();
 }
 
 } // namespace
