@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Which report a record gets, which printer it goes to, and what its printed pages look like, read
-// back from the PDF files.
+// back from the PDF files. The export pass asks the report question once per record, inside
+// printing, and marks the record exported before it is printed; a failed print does not keep it
+// back. The print command for the record on screen is refused while a field fails, otherwise the
+// record is stored as it stands on screen and printed, and its workflow state stays.
 
 #include "PrintFixture.h"
 #include "app/Database.h"
+#include "export/mdlExport.h"
+#include "model/FormModel.h"
 
 namespace {
 
@@ -180,6 +185,79 @@ TEST_F(Print, the_named_printer_is_taken_when_it_is_installed_and_only_then) {
     EXPECT_EQ(messages.prompts(), QStringList{"Beim Initialisieren des Druckers trat ein Fehler auf!\r\n\r\nDas "
                                               "Drucken kann nicht durchgeführt werden."});
     EXPECT_EQ(printed().size(), 1);
+}
+
+// Prints into PDF files like the back end it wraps and notes each record's stored state at the
+// moment its page is printed.
+class ObservingPrinter : public PdfReportPrinter {
+public:
+    using PdfReportPrinter::PdfReportPrinter;
+    bool printPage(const ReportPage& page, QString& error) override {
+        const QString bmp = page.jobName.section('_', 0, 0) + ".tif";
+        statesAtPrint << GetValue("Workflow_Status", "zvbWerte", "BMPName=" + sqlQuote(bmp)).toInt();
+        return PdfReportPrinter::printPage(page, error);
+    }
+    QList<int> statesAtPrint;
+};
+
+class ExportPrint : public PrintFixture {
+protected:
+    ExportPrint() : observing(home.path("berichte")) {
+        setReportPrinter(&observing);
+        setting("Report_Other_Country", 3); // ask the operator
+    }
+    void accepted(int index, int state = 40) {
+        form(index, {{"Workflow_Status", state}});
+        home.writeFile("images/" + demoForm(index).value("BMPName").toString(), "II*");
+    }
+    ObservingPrinter observing;
+};
+
+// The German card's Ambrix template is missing: its print fails and is reported, the others print.
+TEST_F(ExportPrint, each_record_is_asked_for_once_printed_once_marked_exported_and_a_failed_print_keeps_nothing_back) {
+    accepted(0);     // Austrian card: asked
+    accepted(5, 20); // German card: its Ambrix report, not asked
+    accepted(6);     // Spanish card: asked
+    choice.setAnswer(ReportType::Ambulant);
+    QFile::remove(home.path("bericht_ambrix.bmp"));
+    ExportZVBWerte();
+    EXPECT_EQ(messages.messages().size(), 1);
+    EXPECT_TRUE(messages.saw("bericht_ambrix.bmp"));
+    EXPECT_EQ(choice.asked(), 2);
+    EXPECT_EQ(printed(), (QStringList{"0001-31901001_bericht_ambulant.pdf", "0002-31901007_bericht_ambulant.pdf"}));
+    EXPECT_EQ(observing.statesAtPrint, (QList<int>{41, 41}));
+    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 0);
+    EXPECT_FALSE(QFileInfo::exists(home.path("images/31901006.tif")));
+}
+
+using PrintCommandTest = PrintFixture;
+
+TEST_F(PrintCommandTest, refused_while_a_field_fails_then_stored_as_on_screen_printed_and_keeps_its_state) {
+    FelderArray().Fill();
+    setting("Report_Other_Country", 1);
+    RowValues row = demoForm(0);
+    row.insert({{"FORM_ID", "E111"}, {"Workflow_Status", 30}, {"Workflow_KorrID", 1}, {"CARD_ID", "8004OOO1234"}});
+    const qint32 number = insertRecord(row);
+    QSqlQuery q = execSql(QStringLiteral("SELECT * FROM zvbWerte WHERE LfdNr=%1").arg(number));
+    ASSERT_TRUE(q.next());
+    WerteArray().Fill(q); // on screen
+    EXPECT_FALSE(PrintCommand(number));
+    EXPECT_EQ(messages.prompts(), QStringList{"Daten enthalten noch Fehler, Drucken nicht möglich!"});
+    EXPECT_TRUE(printed().isEmpty());
+
+    messages.clear();
+    WerteArray().SetValue("CARD_ID", demoForm(0).value("CARD_ID").toString()); // corrected on screen, not yet saved
+    WerteArray().SetValue("NACHNAME", "Huber-Moser");
+    EXPECT_TRUE(PrintCommand(number));
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    ASSERT_EQ(printed().size(), 2);
+    EXPECT_AT(page(printed()[0]), "Huber-Moser", 15, 52);
+    q = execSql(
+        QStringLiteral("SELECT NACHNAME, Korrigiert, Workflow_Status FROM zvbWerte WHERE LfdNr=%1").arg(number));
+    ASSERT_TRUE(q.next());
+    EXPECT_EQ((QVariantList{q.value(0).toString(), q.value(1).toInt(), q.value(2).toInt()}),
+              (QVariantList{"Huber-Moser", 1, 30}));
+    WerteArray().Clear();
 }
 
 } // namespace
