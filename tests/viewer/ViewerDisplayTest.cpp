@@ -180,32 +180,11 @@ TEST_F(Viewer, an_unreadable_file_replaces_the_page_by_a_blank_sheet_naming_it) 
     EXPECT_EQ(AnzeigeInvert(), 0);
 }
 
-// 6 moves the view right (the page moves left on screen), 4 back, 2 down, 8 up, each by a quarter
-// of the view; other codes do nothing. At 100 % the page is wider than the view.
-TEST_F(Viewer, numeric_pad_codes_scroll) {
-    ASSERT_EQ(show(colourPath, surnameBlock), 1);
-    ASSERT_EQ(AnzeigeZoom(1), 1);
-    ASSERT_EQ(AnzeigeZoom(1), 1);
-    ASSERT_TRUE(viewerStatus().contains(QStringLiteral("100 %")));
-    const QSize view = grabPageArea().size();
-    const QRect start = blue();
-    ASSERT_FALSE(start.isEmpty());
-
-    const struct {
-        int code, dx, dy;
-    } moves[] = {{6, -(view.width() / 4), 0}, {4, 0, 0}, {2, 0, -(view.height() / 4)}, {8, 0, 0}};
-    for (const auto& m : moves) {
-        ASSERT_EQ(AnzeigeTaste(m.code), 1);
-        EXPECT_EQ(blue(), start.translated(m.dx, m.dy)) << m.code;
-    }
-    for (const int other : {5, 0, 66})
-        EXPECT_EQ(AnzeigeTaste(other), 0) << other;
-    EXPECT_EQ(blue(), start);
-}
-
 // Each step zooms by about 1.41 and keeps the marked field in sight (vertically where it was; the
-// page's left edge is near), and the steps end at both sides.
-TEST_F(Viewer, zoom_steps_keep_the_field_in_sight) {
+// page's left edge is near), and the steps end at both sides. At 100 % the page is wider than the
+// view: numeric-pad code 6 moves the view right (the page moves left on screen), 4 back, 2 down,
+// 8 up, each by a quarter of the view; other codes do nothing.
+TEST_F(Viewer, zoom_steps_keep_the_field_in_sight_and_numeric_pad_codes_scroll) {
     ASSERT_EQ(show(colourPath, surnameBlock), 1);
     const QSize view = grabPageArea().size();
     const QRect start = blue();
@@ -218,6 +197,21 @@ TEST_F(Viewer, zoom_steps_keep_the_field_in_sight) {
     EXPECT_NEAR(now.center().y(), start.center().y(), 2);
     EXPECT_TRUE(viewerStatus().contains(QStringLiteral("71 %")));
 
+    ASSERT_EQ(AnzeigeZoom(1), 1);
+    ASSERT_TRUE(viewerStatus().contains(QStringLiteral("100 %")));
+    const QRect at100 = blue();
+    const struct {
+        int code, dx, dy;
+    } moves[] = {{6, -(view.width() / 4), 0}, {4, 0, 0}, {2, 0, -(view.height() / 4)}, {8, 0, 0}};
+    for (const auto& m : moves) {
+        ASSERT_EQ(AnzeigeTaste(m.code), 1);
+        EXPECT_EQ(blue(), at100.translated(m.dx, m.dy)) << m.code;
+    }
+    for (const int other : {5, 0, 66})
+        EXPECT_EQ(AnzeigeTaste(other), 0) << other;
+    EXPECT_EQ(blue(), at100);
+
+    ASSERT_EQ(AnzeigeZoom(0), 1);
     ASSERT_EQ(AnzeigeZoom(0), 1);
     EXPECT_EQ(blue(), start);
     ASSERT_EQ(AnzeigeZoom(0), 1);
