@@ -32,6 +32,10 @@ TEST_F(Messages, text_is_looked_up_in_the_current_language) {
     EXPECT_EQ(GetLanguage(true), "EN");
     execSql("DELETE FROM zvbSys");
     EXPECT_EQ(GetLanguage(true), "EN");
+    // An unreadable database gives the default texts.
+    closeDatabase();
+    QFile::remove(home.path("data.mdb"));
+    EXPECT_EQ(GetText(Msg::AskDelete), Msg::AskDelete.text());
 }
 
 // Only a null falls back to the default; a caption prefers a non-empty translation.
@@ -57,15 +61,8 @@ TEST_F(Messages, placeholders_fill_in_rising_order_so_the_tenth_shows_the_first_
     EXPECT_EQ(GetText("Msg_X", "%1 von %2", {12, "Stapel"}), "12 von Stapel");
 }
 
-TEST_F(Messages, unreadable_database_gives_the_default_texts) {
-    closeDatabase();
-    QFile::remove(home.path("data.mdb"));
-    EXPECT_EQ(GetText(Msg::AskDelete), Msg::AskDelete.text());
-    EXPECT_EQ(GetLanguage(true), "EN");
-}
-
 // The log is appended to, never shortened; a prompt's "\n" spread it over several lines.
-TEST_F(Messages, log_lines_have_the_exact_format_and_encoding) {
+TEST_F(Messages, log_lines_have_the_exact_format_and_an_unwritable_log_does_not_stop_the_message) {
     home.writeFile("zvMsgLog.txt", "alt;eintrag;01.01.2026 08:00:00\r\n");
     zvMsgBox("Datei für Müller\\nzweite\\ndritte", 64, QString());
     WriteLog("ImportZVBWerte()", "TARNVEL.INI ohne Eintrag");
@@ -76,10 +73,9 @@ TEST_F(Messages, log_lines_have_the_exact_format_and_encoding) {
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_EQ(messages.messages()[0].title, "Veridon") << "the product name when none is given";
     EXPECT_EQ(messages.messages()[0].prompt, "Datei für Müller\r\nzweite\r\ndritte");
-}
-
-TEST_F(Messages, unwritable_log_does_not_stop_the_message) {
-    QDir().mkpath(home.path("zvMsgLog.txt")); // a folder where the file should be
+    // A log that cannot be written does not stop the message.
+    QFile::remove(home.path("zvMsgLog.txt"));
+    QDir().mkpath(home.path("zvMsgLog.txt"));
     EXPECT_FALSE(WriteLog("x", "y"));
     EXPECT_EQ(zvMsgBox("trotzdem", 0), MsgBox::OK);
     EXPECT_TRUE(messages.saw("trotzdem"));
