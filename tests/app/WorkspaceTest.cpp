@@ -13,7 +13,7 @@ namespace {
 
 using NewHome = HomeTest;
 
-TEST_F(NewHome, has_every_table_and_the_values_table_in_contract_order) {
+TEST_F(NewHome, has_every_table_the_values_table_in_contract_order_settings_master_data_and_files) {
     for (const QString& table : schemaTables())
         EXPECT_TRUE(tableExists(table)) << table.toStdString();
     QStringList names;
@@ -23,9 +23,8 @@ TEST_F(NewHome, has_every_table_and_the_values_table_in_contract_order) {
     EXPECT_EQ(names.mid(0, 6), (QStringList{"BMPName", "SCANDAT", "TYP", "BMOffsetX", "BMOffsetY", "T4_L1"}));
     EXPECT_EQ(names.mid(31), (QStringList{"LfdNr", "Neuimport"}));
     EXPECT_EQ(names, valuesTableColumns());
-}
 
-TEST_F(NewHome, holds_settings_master_data_and_files) {
+    // Settings, master data and files.
     EXPECT_EQ(CountRows("*", "zvbSys", QString()), 1);
     EXPECT_EQ(GetSysText("Export_Pfad"), home.path("export"));
     EXPECT_TRUE(GetSysValue("Report_Pfad").isNull());

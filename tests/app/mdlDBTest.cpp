@@ -17,7 +17,8 @@ using DatabaseHelpers = HomeTest;
 
 // GetValue answers the first matching row in table order, null where nothing is found; a missing
 // table is an error for the caller. CountRows counts them all.
-TEST_F(DatabaseHelpers, get_value_takes_the_first_matching_row_or_null_and_count_rows_counts_all) {
+TEST_F(DatabaseHelpers,
+       get_value_takes_the_first_matching_row_or_null_count_rows_counts_all_and_null_converts_to_zero) {
     EXPECT_EQ(GetValue("State_ID", "sysStates", QString()).toString(), "AT");
     EXPECT_EQ(GetValue("State_ID", "sysStates", "State_XmlType='2'").toString(), "IS");
     EXPECT_TRUE(GetValue("State_Name", "sysStates", "State_ID='XX'").isNull());
@@ -29,9 +30,8 @@ TEST_F(DatabaseHelpers, get_value_takes_the_first_matching_row_or_null_and_count
     execSql("DELETE FROM zvbSys");
     EXPECT_TRUE(GetValue("APP_Language", "zvbSys", QString()).isNull());
     EXPECT_TRUE(messages.messages().isEmpty());
-}
 
-TEST_F(DatabaseHelpers, conversions_treat_null_and_empty_as_zero) {
+    // Conversions treat null and empty as zero.
     EXPECT_EQ(Nz(QVariant(), "EN").toString(), "EN");
     EXPECT_EQ(Nz("", "EN").toString(), QString());
     EXPECT_EQ(ToLong(QVariant()), 0);
