@@ -52,24 +52,19 @@ TEST_F(ExportFaults, image_names_that_leave_the_image_folder_are_never_copied_or
 TEST_F(ExportFaults, a_write_that_fails_or_garbles_anywhere_ends_the_pass_and_the_next_hands_over_each_record_once) {
     const char* const full = "Auf dem Datenträger ist kein Platz mehr.";
     const char* const differs = "stimmt nicht mit dem Original überein";
-    const struct {
+    struct Case {
         qint64 budget;
         const char* garbled;
         const char* message;
-    } cases[] = {
-        {0, "", full},
-        {2500, "", full},
-        {5000, "", full},
-        {6200, "", full},
-        {9000, "", full},
-        {12500, "", full},
-        {16000, "", full},
-        {19500, "", full},
-        {21700, "", full},
-        {-1, "/images/", differs},
-        {-1, "/exportdata/.g", differs},
-        {-1, "exp.txt", "enthält die angefügten Zeilen nicht"},
     };
+    std::vector<Case> cases;
+    for (const qint64 budget : {0, 2500, 5000, 6200, 9000, 12500, 16000, 19500, 21700})
+        cases.push_back({budget, "", full});
+    cases.insert(cases.end(), {
+                                  {-1, "/images/", differs},
+                                  {-1, "/exportdata/.g", differs},
+                                  {-1, "exp.txt", "enthält die angefügten Zeilen nicht"},
+                              });
     int round = 0;
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.budget) + c.garbled);
