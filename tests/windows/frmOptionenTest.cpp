@@ -67,20 +67,6 @@ protected:
     }
 };
 
-// What the dialog shows of the stored row where a value is more than a number (list texts, paths,
-// colours).
-TEST_F(Optionen, shows_the_stored_settings_as_an_operator_reads_them) {
-    frmOptionen dialog(nullptr, admin);
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboF2WasSuchen")->currentText(), "nur Fragezeichen");
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboKey", 0)->currentText(), "+ (Ziffernblock)");
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboKey", 1)->currentText(), "(keinen)");
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboSprache")->currentText(), "Deutsch");
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboReportOther")->currentText(), "jedes Mal nachfragen");
-    EXPECT_EQ(control<QLineEdit>(&dialog, "txtPfad", 2)->text(), home.path("test"));
-    // Color_Fehler "&HA0A0FF": red FF, green A0, blue A0.
-    EXPECT_EQ(control<QFrame>(&dialog, "picFarbe", 3)->palette().color(QPalette::Window), QColor(0xFF, 0xA0, 0xA0));
-}
-
 // Values a workstation might hold, each unlike the demo's and unlike the table's default.
 const std::pair<Setting, QVariant> storedValues[] = {
     {Setting::APP_ServerDB, "/srv/veridon/zentrale.mdb"},
@@ -148,80 +134,69 @@ TEST_F(Optionen, every_edited_setting_comes_back_as_stored_and_ok_keeps_the_row)
     EXPECT_EQ(ReadSettingsRow(), before);
 }
 
-// Unset, a setting shows what the program takes for it, and OK leaves the key settings unset.
-TEST_F(Optionen, an_unset_setting_shows_the_tables_default) {
+// One operator session: the dialog shows the stored row as an operator reads it (an unset setting
+// as the program takes it), refuses a hot key assigned twice without writing anything (two keys
+// without one are fine), and OK writes the changes. Colours are stored as "&H" and blue-green-red
+// hex; an unreadable one shows the default, the default button resets all, a cancelled picker
+// changes nothing. A new language applies to windows opened afterwards.
+TEST_F(Optionen, ok_writes_what_the_operator_changed) {
     for (Setting s : {Setting::Report_PrinterUseDefault, Setting::Cursor_F2, Setting::Key_OK, Setting::Key_Verwerfen})
         SetSysValue(settingName(s), QVariant());
-    frmOptionen dialog(nullptr, admin);
-    EXPECT_TRUE(control<QCheckBox>(&dialog, "chkPrinterDefault")->isChecked());
-    EXPECT_FALSE(control<QCheckBox>(&dialog, "chkCursorF2")->isChecked());
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboKeyOK")->currentData().toString(), "F10");
-    EXPECT_EQ(control<QComboBox>(&dialog, "cboKeyVerwerfen")->currentData().toString(), "F8");
-    dialog.show();
-    pressOK(dialog);
-    EXPECT_TRUE(GetSysValue("Key_OK").isNull());
-    EXPECT_TRUE(GetSysValue("Key_Verwerfen").isNull());
-}
-
-TEST_F(Optionen, ok_writes_the_changed_settings) {
-    frmOptionen dialog(nullptr, {});
-    dialog.show();
-    control<QRadioButton>(&dialog, "optCursor", 2)->click();
-    control<QRadioButton>(&dialog, "optF2WieWeit", 2)->click();
-    control<QCheckBox>(&dialog, "chkEnterLikeTab")->click();
-    control<QCheckBox>(&dialog, "chkNumKomma")->click();
-    control<QComboBox>(&dialog, "cboF2WasSuchen")->setCurrentIndex(1);
-    choose(control<QComboBox>(&dialog, "cboKey", 1), 3);
-    choose(control<QComboBox>(&dialog, "cboFocusField"), "NACHNAME");
-    pressOK(dialog);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_EQ(GetSysValue("Cursor_allg").toInt(), 2);
-    EXPECT_EQ(GetSysValue("F2_WieWeitSuchen").toInt(), 2);
-    EXPECT_FALSE(GetSysFlag("Key_EnterLikeTab", true));
-    EXPECT_TRUE(GetSysFlag("Key_NUMKommaGleichEntf", false));
-    EXPECT_EQ(GetSysValue("F2_WasSuchen").toInt(), 3) << "red fields only";
-    EXPECT_EQ(GetSysValue("Key_F2").toInt(), 1);
-    EXPECT_EQ(GetSysValue("Key_F3").toInt(), 3);
-    EXPECT_EQ(GetSysValue("Key_F4").toInt(), 0);
-    EXPECT_EQ(GetSysText("GUI_FocusField"), "NACHNAME");
-}
-
-TEST_F(Optionen, a_hot_key_assigned_twice_is_refused_and_the_dialog_stays_open) {
-    frmOptionen dialog(nullptr, {});
-    dialog.show();
-    control<QRadioButton>(&dialog, "optCursor", 1)->click();
-    choose(control<QComboBox>(&dialog, "cboKey", 2), 1); // the key F2 already has
-    pressOK(dialog);
-    EXPECT_EQ(messages.prompts(),
-              QStringList{"HotKeys doppelt vergeben, Einstellungen können nicht gespeichert werden!"});
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(GetSysValue("Cursor_allg").toInt(), 0) << "nothing at all was written";
-    // Two keys left without a hot key are fine.
-    choose(control<QComboBox>(&dialog, "cboKey", 2), 0);
-    pressOK(dialog);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(GetSysValue("Cursor_allg").toInt(), 1);
-}
-
-// Colours are stored as "&H" and blue-green-red hex; an unreadable one shows the default, the
-// default button resets all, a cancelled picker changes nothing.
-TEST_F(Optionen, colours_are_stored_as_blue_green_red_text) {
     SetSysValue("Color_OK", "&H123456");
     SetSysValue("Color_Ausgegraut", "grau");
-    frmOptionen dialog(nullptr, {});
-    dialog.show();
-    EXPECT_EQ(dialog.colour(0), 0x123456);
-    EXPECT_EQ(dialog.colour(4), 0xC0C0C0);
-    control<QPushButton>(&dialog, "cmdStandardfarben")->click();
-    pickColour(dialog, 3, QColor(0xFF, 0x00, 0x00));
-    EXPECT_EQ(control<QFrame>(&dialog, "picFarbe", 3)->palette().color(QPalette::Window), QColor(0xFF, 0, 0));
-    pickColour(dialog, 5, QColor(0x12, 0x34, 0x56));
-    pickColour(dialog, 0, QColor(0, 0, 0), false);
-    pressOK(dialog);
-    EXPECT_EQ(GetSysText("Color_Fehler"), "&HFF");
-    EXPECT_EQ(GetSysText("Color_Warnung"), "&H563412");
-    EXPECT_EQ(GetSysText("Color_OK"), "&HFF00");
-    EXPECT_EQ(GetSysText("Color_Ausgegraut"), "&HC0C0C0");
+    {
+        frmOptionen dialog(nullptr, {});
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboF2WasSuchen")->currentText(), "nur Fragezeichen");
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboKey", 0)->currentText(), "+ (Ziffernblock)");
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboKey", 1)->currentText(), "(keinen)");
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboSprache")->currentText(), "Deutsch");
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboReportOther")->currentText(), "jedes Mal nachfragen");
+        EXPECT_EQ(control<QLineEdit>(&dialog, "txtPfad", 2)->text(), home.path("test"));
+        EXPECT_TRUE(control<QCheckBox>(&dialog, "chkPrinterDefault")->isChecked());
+        EXPECT_FALSE(control<QCheckBox>(&dialog, "chkCursorF2")->isChecked());
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboKeyOK")->currentData().toString(), "F10");
+        EXPECT_EQ(control<QComboBox>(&dialog, "cboKeyVerwerfen")->currentData().toString(), "F8");
+        // Color_Fehler "&HA0A0FF": red FF, green A0, blue A0.
+        EXPECT_EQ(control<QFrame>(&dialog, "picFarbe", 3)->palette().color(QPalette::Window), QColor(0xFF, 0xA0, 0xA0));
+        EXPECT_EQ(dialog.colour(0), 0x123456);
+        EXPECT_EQ(dialog.colour(4), 0xC0C0C0);
+        dialog.show();
+        control<QRadioButton>(&dialog, "optCursor", 2)->click();
+        control<QRadioButton>(&dialog, "optF2WieWeit", 2)->click();
+        control<QCheckBox>(&dialog, "chkEnterLikeTab")->click();
+        control<QCheckBox>(&dialog, "chkNumKomma")->click();
+        control<QComboBox>(&dialog, "cboF2WasSuchen")->setCurrentIndex(1);
+        choose(control<QComboBox>(&dialog, "cboKey", 0), 3);
+        choose(control<QComboBox>(&dialog, "cboKey", 2), 3); // the key F2 now has
+        choose(control<QComboBox>(&dialog, "cboFocusField"), "NACHNAME");
+        choose(control<QComboBox>(&dialog, "cboSprache"), "EN");
+        pressOK(dialog);
+        EXPECT_EQ(messages.prompts(),
+                  QStringList{"HotKeys doppelt vergeben, Einstellungen können nicht gespeichert werden!"});
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(GetSysValue("Cursor_allg").toInt(), 0) << "nothing at all was written";
+        choose(control<QComboBox>(&dialog, "cboKey", 2), 0);
+        control<QPushButton>(&dialog, "cmdStandardfarben")->click();
+        pickColour(dialog, 3, QColor(0xFF, 0x00, 0x00));
+        EXPECT_EQ(control<QFrame>(&dialog, "picFarbe", 3)->palette().color(QPalette::Window), QColor(0xFF, 0, 0));
+        pickColour(dialog, 5, QColor(0x12, 0x34, 0x56));
+        pickColour(dialog, 0, QColor(0, 0, 0), false);
+        pressOK(dialog);
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(dialog.windowTitle(), "Optionen") << "the open window stays as it is";
+    }
+    QStringList written;
+    for (const char* column : {"Cursor_allg", "F2_WieWeitSuchen", "Key_EnterLikeTab", "Key_NUMKommaGleichEntf",
+                               "F2_WasSuchen", "Key_F2", "Key_F3", "Key_F4", "GUI_FocusField", "APP_Language", "Key_OK",
+                               "Key_Verwerfen", "Color_Fehler", "Color_Warnung", "Color_OK", "Color_Ausgegraut"})
+        written << GetSysText(QLatin1String(column), "(leer)");
+    // F2_WasSuchen 3: red fields only; the two record keys stay unset.
+    EXPECT_EQ(written, (QStringList{"2", "2", "0", "1", "3", "3", "0", "0", "NACHNAME", "EN", "(leer)", "(leer)",
+                                    "&HFF", "&H563412", "&HFF00", "&HC0C0C0"}));
+    frmOptionen reopened(nullptr, {});
+    EXPECT_EQ(reopened.windowTitle(), "Options");
+    EXPECT_EQ(control<QComboBox>(&reopened, "cboKey", 1)->currentText(), "(none)")
+        << "list entries filled after translation follow too";
 }
 
 // Without the /admin switch the pages "System" and "Pfade" are locked and OK writes nothing of
@@ -271,27 +246,12 @@ TEST_F(Optionen, system_and_paths_are_written_only_with_the_admin_switch) {
     EXPECT_EQ(control<QLineEdit>(&dialog, "txtPfad", 1)->text(), target);
     pressOK(dialog);
     EXPECT_EQ(GetKorrID(), 4);
-    EXPECT_EQ(GetSysText("Scan_RechnerId"), "07");
-    EXPECT_EQ(GetSysText("APP_TestBildpfad"), home.path("ablage"));
-    EXPECT_EQ(GetSysText("APP_Bildpfad"), target);
-    EXPECT_TRUE(GetSysValue("Export_Pfad").isNull()) << "an emptied path is unset";
-    EXPECT_EQ(GetSysText("Backup_Enabled"), "0");
-    EXPECT_EQ(GetSysValue("Report_Other_Country").toInt(), 2);
-}
-
-TEST_F(Optionen, a_new_language_applies_to_windows_opened_afterwards) {
-    {
-        frmOptionen dialog(nullptr, {});
-        dialog.show();
-        choose(control<QComboBox>(&dialog, "cboSprache"), "EN");
-        pressOK(dialog);
-        EXPECT_EQ(dialog.windowTitle(), "Optionen") << "the open window stays as it is";
-    }
-    EXPECT_EQ(GetSysText("APP_Language"), "EN");
-    frmOptionen reopened(nullptr, {});
-    EXPECT_EQ(reopened.windowTitle(), "Options");
-    EXPECT_EQ(control<QComboBox>(&reopened, "cboKey", 1)->currentText(), "(none)")
-        << "list entries filled after translation follow too";
+    QStringList written;
+    for (const char* column : {"Scan_RechnerId", "APP_TestBildpfad", "APP_Bildpfad", "Export_Pfad", "Backup_Enabled",
+                               "Report_Other_Country"})
+        written << GetSysText(QLatin1String(column), "(leer)");
+    // An emptied path is unset.
+    EXPECT_EQ(written, (QStringList{"07", home.path("ablage"), target, "(leer)", "0", "2"}));
 }
 
 } // namespace
