@@ -110,35 +110,12 @@ const std::pair<Setting, QVariant> storedValues[] = {
     {Setting::Report_PrinterName, "Buero-Laser"},
 };
 
-TEST_F(Optionen, every_edited_setting_comes_back_as_stored_and_ok_keeps_the_row) {
-    for (const auto& [s, value] : storedValues)
-        SetSysValue(settingName(s), value);
-    const QVariantMap before = ReadSettingsRow();
-    frmOptionen dialog(nullptr, admin);
-    dialog.show();
-
-    QStringList edited;
-    for (const auto& [column, value] : dialog.editedValues()) {
-        edited << column;
-        EXPECT_EQ(value, before.value(column)) << column.toStdString();
-    }
-    QStringList expected;
-    for (const auto& entry : storedValues)
-        expected << settingName(entry.first);
-    edited.sort();
-    expected.sort();
-    EXPECT_EQ(edited, expected) << "each setting bound once, and only these";
-
-    pressOK(dialog);
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_EQ(ReadSettingsRow(), before);
-}
-
 // One operator session: the dialog shows the stored row as an operator reads it (an unset setting
 // as the program takes it), refuses a hot key assigned twice without writing anything (two keys
 // without one are fine), and OK writes the changes. Colours are stored as "&H" and blue-green-red
 // hex; an unreadable one shows the default, the default button resets all, a cancelled picker
-// changes nothing. A new language applies to windows opened afterwards.
+// changes nothing. A new language applies to windows opened afterwards. Without the /admin switch
+// the pages "System" and "Pfade" are locked and OK writes nothing of them, whatever they show.
 TEST_F(Optionen, ok_writes_what_the_operator_changed) {
     for (Setting s : {Setting::Report_PrinterUseDefault, Setting::Cursor_F2, Setting::Key_OK, Setting::Key_Verwerfen})
         SetSysValue(settingName(s), QVariant());
@@ -160,7 +137,13 @@ TEST_F(Optionen, ok_writes_what_the_operator_changed) {
         EXPECT_EQ(control<QFrame>(&dialog, "picFarbe", 3)->palette().color(QPalette::Window), QColor(0xFF, 0xA0, 0xA0));
         EXPECT_EQ(dialog.colour(0), 0x123456);
         EXPECT_EQ(dialog.colour(4), 0xC0C0C0);
+        const auto* tabs = control<QTabWidget>(&dialog, "tabOptionen");
+        for (int page = 0; page < tabs->count(); ++page)
+            EXPECT_EQ(tabs->widget(page)->isEnabled(), page != frmOptionen::System && page != frmOptionen::Pfade);
+        EXPECT_TRUE(control<QLabel>(&dialog, "lblAdmin")->isVisibleTo(&dialog));
         dialog.show();
+        control<QSpinBox>(&dialog, "spnKorrID")->setValue(4);
+        control<QLineEdit>(&dialog, "txtPfad", 5)->clear();
         control<QRadioButton>(&dialog, "optCursor", 2)->click();
         control<QRadioButton>(&dialog, "optF2WieWeit", 2)->click();
         control<QCheckBox>(&dialog, "chkEnterLikeTab")->click();
@@ -186,55 +169,53 @@ TEST_F(Optionen, ok_writes_what_the_operator_changed) {
         EXPECT_EQ(dialog.windowTitle(), "Optionen") << "the open window stays as it is";
     }
     QStringList written;
-    for (const char* column : {"Cursor_allg", "F2_WieWeitSuchen", "Key_EnterLikeTab", "Key_NUMKommaGleichEntf",
-                               "F2_WasSuchen", "Key_F2", "Key_F3", "Key_F4", "GUI_FocusField", "APP_Language", "Key_OK",
-                               "Key_Verwerfen", "Color_Fehler", "Color_Warnung", "Color_OK", "Color_Ausgegraut"})
+    for (const char* column :
+         {"Cursor_allg", "F2_WieWeitSuchen", "Key_EnterLikeTab", "Key_NUMKommaGleichEntf", "F2_WasSuchen", "Key_F2",
+          "Key_F3", "Key_F4", "GUI_FocusField", "APP_Language", "Key_OK", "Key_Verwerfen", "Color_Fehler",
+          "Color_Warnung", "Color_OK", "Color_Ausgegraut", "APP_KorrID", "Export_Pfad"})
         written << GetSysText(QLatin1String(column), "(leer)");
     // F2_WasSuchen 3: red fields only; the two record keys stay unset.
     EXPECT_EQ(written, (QStringList{"2", "2", "0", "1", "3", "3", "0", "0", "NACHNAME", "EN", "(leer)", "(leer)",
-                                    "&HFF", "&H563412", "&HFF00", "&HC0C0C0"}));
+                                    "&HFF", "&H563412", "&HFF00", "&HC0C0C0", "1", home.path("export")}));
     frmOptionen reopened(nullptr, {});
     EXPECT_EQ(reopened.windowTitle(), "Options");
     EXPECT_EQ(control<QComboBox>(&reopened, "cboKey", 1)->currentText(), "(none)")
         << "list entries filled after translation follow too";
 }
 
-// Without the /admin switch the pages "System" and "Pfade" are locked and OK writes nothing of
-// them, whatever their controls show; with it they are written, an emptied path as unset.
-TEST_F(Optionen, system_and_paths_are_written_only_with_the_admin_switch) {
+// With the /admin switch every setting the dialog edits comes back as stored, and OK writes the row
+// back as it was but for what the operator changed, the pages "System" and "Pfade" included: an
+// emptied path as unset, a folder picked in the folder dialog into its box.
+TEST_F(Optionen, with_the_admin_switch_every_setting_comes_back_and_ok_writes_the_changes) {
     for (const auto& [arguments, isAdmin] : {std::pair{QStringList{"veridon", "admin", "/adminx"}, false},
                                              {QStringList{"veridon", "--home", "/x", "/ADMIN"}, true},
                                              {QStringList{"veridon", "--admin"}, true}})
         EXPECT_EQ(frmOptionen::hasAdminSwitch(arguments), isAdmin) << arguments.join(' ').toStdString();
-    {
-        frmOptionen dialog(nullptr, {"veridon"});
-        const auto* tabs = control<QTabWidget>(&dialog, "tabOptionen");
-        EXPECT_TRUE(tabs->widget(frmOptionen::Bedienung)->isEnabled());
-        EXPECT_FALSE(tabs->widget(frmOptionen::System)->isEnabled());
-        EXPECT_TRUE(tabs->widget(frmOptionen::Farben)->isEnabled());
-        EXPECT_FALSE(tabs->widget(frmOptionen::Pfade)->isEnabled());
-        EXPECT_TRUE(control<QLabel>(&dialog, "lblAdmin")->isVisibleTo(&dialog));
-        dialog.show();
-        control<QSpinBox>(&dialog, "spnKorrID")->setValue(4);
-        control<QLineEdit>(&dialog, "txtPfad", 5)->clear();
-        control<QRadioButton>(&dialog, "optCursor", 2)->click();
-        pressOK(dialog);
-        EXPECT_EQ(GetKorrID(), 1);
-        EXPECT_FALSE(GetSysValue("Export_Pfad").isNull());
-        EXPECT_EQ(GetSysValue("Cursor_allg").toInt(), 2);
-    }
+    for (const auto& [s, value] : storedValues)
+        SetSysValue(settingName(s), value);
+    const QVariantMap before = ReadSettingsRow();
     QDir().mkpath(home.path("neue-bilder"));
     frmOptionen dialog(nullptr, admin);
     dialog.show();
-    EXPECT_TRUE(control<QTabWidget>(&dialog, "tabOptionen")->widget(frmOptionen::System)->isEnabled());
+    QStringList edited;
+    for (const auto& [column, value] : dialog.editedValues()) {
+        edited << column;
+        EXPECT_EQ(value, before.value(column)) << column.toStdString();
+    }
+    QStringList expected;
+    for (const auto& entry : storedValues)
+        expected << settingName(entry.first);
+    edited.sort();
+    expected.sort();
+    EXPECT_EQ(edited, expected) << "each setting bound once, and only these";
+
     EXPECT_FALSE(control<QLabel>(&dialog, "lblAdmin")->isVisibleTo(&dialog));
     control<QSpinBox>(&dialog, "spnKorrID")->setValue(4);
-    control<QLineEdit>(&dialog, "txtRechnerId")->setText("07");
+    control<QLineEdit>(&dialog, "txtRechnerId")->setText("08");
     control<QLineEdit>(&dialog, "txtPfad", 2)->setText(home.path("ablage"));
     control<QLineEdit>(&dialog, "txtPfad", 5)->clear();
     control<QCheckBox>(&dialog, "chkBackup")->click();
-    control<QComboBox>(&dialog, "cboReportOther")->setCurrentIndex(2);
-    // A folder picked in the folder dialog goes into its box.
+    control<QComboBox>(&dialog, "cboReportOther")->setCurrentIndex(1);
     const QString target = home.path("neue-bilder");
     whenDialogOpens<QFileDialog>([target](QFileDialog* picker) {
         EXPECT_EQ(picker->windowTitle(), "Bilder");
@@ -245,13 +226,17 @@ TEST_F(Optionen, system_and_paths_are_written_only_with_the_admin_switch) {
     control<QAbstractButton>(&dialog, "cmdPfad", 1)->click();
     EXPECT_EQ(control<QLineEdit>(&dialog, "txtPfad", 1)->text(), target);
     pressOK(dialog);
-    EXPECT_EQ(GetKorrID(), 4);
-    QStringList written;
-    for (const char* column : {"Scan_RechnerId", "APP_TestBildpfad", "APP_Bildpfad", "Export_Pfad", "Backup_Enabled",
-                               "Report_Other_Country"})
-        written << GetSysText(QLatin1String(column), "(leer)");
-    // An emptied path is unset.
-    EXPECT_EQ(written, (QStringList{"07", home.path("ablage"), target, "(leer)", "0", "2"}));
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    QVariantMap after = before;
+    for (const auto& [column, value] : {std::pair<QString, QVariant>{"APP_KorrID", 4},
+                                        {"Scan_RechnerId", "08"},
+                                        {"APP_TestBildpfad", home.path("ablage")},
+                                        {"APP_Bildpfad", target},
+                                        {"Export_Pfad", QVariant(before.value("Export_Pfad").metaType())},
+                                        {"Backup_Enabled", "1"},
+                                        {"Report_Other_Country", 1}})
+        after.insert(column, value);
+    EXPECT_EQ(ReadSettingsRow(), after);
 }
 
 } // namespace
