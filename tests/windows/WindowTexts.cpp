@@ -53,10 +53,7 @@ void useLanguage(const QString& language) {
     ReloadLanguage();
 }
 
+// The language is cached per process; a test before may have left another one loaded.
 WindowTest::WindowTest() {
-    ReloadLanguage();
-}
-
-WindowTest::~WindowTest() {
     ReloadLanguage();
 }

@@ -39,10 +39,9 @@ template <class W> W* control(const QWidget* window, const char* name, int index
 // Runs handle on the next modal dialog of type D once it is open (inside its exec()).
 template <class D> void whenDialogOpens(std::function<void(D*)> handle) {
     QTimer::singleShot(0, [handle] {
-        if (auto* dialog = qobject_cast<D*>(QApplication::activeModalWidget()))
-            handle(dialog);
-        else
-            whenDialogOpens<D>(handle);
+        auto* dialog = qobject_cast<D*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        handle(dialog);
     });
 }
 
