@@ -45,7 +45,6 @@ TEST_F(SmallWindows, the_test_copy_dialog_files_the_image_with_the_typed_note) {
         QTest::keyClick(note, Qt::Key_Return);
         QTest::keyClicks(note, "Seite 2 fehlt");
         ok ? dialog.findChild<QPushButton*>("cmdOK")->click() : QTest::keyClick(&dialog, Qt::Key_Escape);
-        EXPECT_EQ(dialog.result(), ok ? QDialog::Accepted : QDialog::Rejected);
         EXPECT_FALSE(dialog.isVisible());
         EXPECT_EQ(QFileInfo::exists(home.path("test/26319010004.tif")), ok);
     }

@@ -17,7 +17,6 @@ namespace {
 class WindowPositions : public WindowTest {
 protected:
     static QSize screen() { return QGuiApplication::primaryScreen()->geometry().size(); }
-    static WindowPosition stored(const char* form) { return ReadWindowPosition(QLatin1String(form)); }
 
     // Shows w and waits until the platform has placed it.
     static void showAt(QWidget& w, const QPoint& corner, const QSize& size) {
@@ -48,17 +47,14 @@ TEST_F(WindowPositions, closing_stores_the_place_and_the_next_window_comes_back_
             showAt(dialog, c.left, {420, 250});
             dialog.reject();
         }
-        EXPECT_EQ(stored("frmTestNotiz"), c.stored);
+        EXPECT_EQ(ReadWindowPosition("frmTestNotiz"), c.stored);
         frmTestNotiz again;
         EXPECT_EQ(again.geometry().size(), QSize(420, 250));
         again.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&again));
         EXPECT_EQ(again.pos(), c.back) << "showing does not move it";
     }
-}
-
-// A minimised window keeps its earlier place; a maximised one stores the place it returns to.
-TEST_F(WindowPositions, a_minimised_or_maximised_window_stores_its_normal_place) {
+    // A minimised window keeps its earlier place; a maximised one stores the place it returns to.
     WriteWindowPosition("frmFehler", {120, 90, 480, 240});
     {
         frmFehler errors;
@@ -68,7 +64,7 @@ TEST_F(WindowPositions, a_minimised_or_maximised_window_stores_its_normal_place)
         ASSERT_TRUE(errors.isMinimized());
         errors.close();
     }
-    EXPECT_EQ(stored("frmFehler"), (WindowPosition{120, 90, 480, 240}));
+    EXPECT_EQ(ReadWindowPosition("frmFehler"), (WindowPosition{120, 90, 480, 240}));
     QWidget main;
     main.setObjectName("frmMain");
     showAt(main, {60, 50}, {400, 240});
@@ -77,7 +73,7 @@ TEST_F(WindowPositions, a_minimised_or_maximised_window_stores_its_normal_place)
     ASSERT_TRUE(main.isMaximized());
     ASSERT_NE(main.size(), QSize(400, 240)) << "the platform maximised it";
     SaveWindowPosition(&main);
-    EXPECT_EQ(stored("frmMain"), (WindowPosition{60, 50, 400, 240}));
+    EXPECT_EQ(ReadWindowPosition("frmMain"), (WindowPosition{60, 50, 400, 240}));
 }
 
 } // namespace

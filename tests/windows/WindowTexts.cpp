@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "WindowTexts.h"
 
-#include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
