@@ -34,12 +34,14 @@ template <class W> W* control(const QWidget* window, const char* name, int index
     return nullptr;
 }
 
-// Runs handle on the next modal dialog of type D once it is open (inside its exec()).
+// Runs handle on the next modal dialog of type D once it is open (inside its exec()); the timer
+// may fire before the dialog is up on a busy machine, so it asks again until it is.
 template <class D> void whenDialogOpens(std::function<void(D*)> handle) {
     QTimer::singleShot(0, [handle] {
-        auto* dialog = qobject_cast<D*>(QApplication::activeModalWidget());
-        ASSERT_NE(dialog, nullptr);
-        handle(dialog);
+        if (auto* dialog = qobject_cast<D*>(QApplication::activeModalWidget()))
+            handle(dialog);
+        else
+            whenDialogOpens<D>(handle);
     });
 }
 
