@@ -2,6 +2,7 @@
 // veridon-cli check as an operator runs it on a home with stored records.
 
 #include "CliRun.h"
+#include "RecordRows.h"
 #include "TempHome.h"
 #include "app/Database.h"
 #include "app/PoolConnection.h"
@@ -16,16 +17,15 @@
 
 namespace {
 
-// Two stored cards: Maria Huber's clean one, and one with a "?" in the surname and a letter in the
-// card number. The dates hold on any day the test runs.
+// Two stored demo cards: Maria Huber's clean one, and Jan de Vries's with a "?" in the surname and a
+// letter in the card number.
 void storeTwoCards() {
-    const QString insert =
-        "INSERT INTO zvbWerte (BMPName, TYP, SCANDAT, FORM_ID, STATE, NACHNAME, VORNAME, GEBDAT, PERSONAL_ID,"
-        " INSTITUT_ID, CARD_ID, CARD_EXPIRY, Korrigiert, Workflow_Status) VALUES (?,?,?,?,?,?,?,?,?,?,?,?,?,?)";
-    execSql(insert, {"31901001.tif", "4", "15.11.2026", "E-111N", "AT", "Huber", "Maria", "03.07.1961", "1236030761",
-                     "1100 - OEGK", "80040001234567890123", "31.12.2029", 0, 10});
-    execSql(insert, {"31901002.tif", "4", "15.11.2026", "E-111N", "NL", "de Vr?es", "Jan Pieter", "22.02.1985",
-                     "123456782", "3311 - Zilveren Kruis", "8052800001234567890I", "15.06.2028", 1, 10});
+    RowValues huber = demoForm(0), vries = demoForm(1);
+    huber.insert("Workflow_Status", 10);
+    vries.insert(
+        {{"Workflow_Status", 10}, {"Korrigiert", 1}, {"NACHNAME", "de Vr?es"}, {"CARD_ID", "8052800001234567890I"}});
+    insertRecord(huber);
+    insertRecord(vries);
     closeDatabase();
 }
 
