@@ -267,8 +267,9 @@ TEST_F(CheckEngine, messages_follow_the_language) {
 }
 
 // EhicKarte and PersonenNr on the stored card: the warning the operator reads, the field's warning
-// code and a record that still counts as faulty until the operator confirms it.
-TEST_F(CheckEngine, the_card_number_must_carry_80_and_the_issuing_states_country_number) {
+// code and a record that still counts as faulty until the operator confirms it. A wrong personal
+// number or asterisks warn too, unless the state prints asterisks in place of the number.
+TEST_F(CheckEngine, the_card_and_personal_numbers_must_fit_the_issuing_state) {
     store(huber());
     struct Row {
         const char* state;
@@ -294,11 +295,7 @@ TEST_F(CheckEngine, the_card_number_must_carry_80_and_the_issuing_states_country
             EXPECT_FALSE(errors.contains("Kennnummer der Karte")) << errors.toStdString();
         }
     }
-}
-
-TEST_F(CheckEngine, a_wrong_personal_number_or_asterisks_warn_unless_the_state_prints_them) {
-    store(huber());
-    EXPECT_EQ(checkWith({{"PERSONAL_ID", "1234030761"}}), 3);
+    EXPECT_EQ(checkWith({{"STATE", "AT"}, {"CARD_ID", "80040001234567890123"}, {"PERSONAL_ID", "1234030761"}}), 3);
     EXPECT_EQ(errors, "\r\nPersönliche Kennnummer passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer "
                       "des Staates AT");
     EXPECT_EQ(code("PERSONAL_ID"), "5");

@@ -48,6 +48,10 @@ TEST(CheckPrimitives, numbers_and_lengths) {
 
     expectEach("Pflichtfeld", Pflichtfeld, {" ", "Huber"}, {""});
     EXPECT_EQ(Pflichtfeld(QString()), bad);
+
+    // An amount without its separator fails, even the empty one.
+    expectEach("Waehrung(2)", [](const QString& v) { return Waehrung(v, comma, 2); }, {"12,50", ",50"},
+               {"10,5", "12,500", "12", "12.50", "1,2,50", "a,50", ""});
 }
 
 TEST(CheckPrimitives, ranges_include_both_ends) {
@@ -82,12 +86,6 @@ TEST(CheckPrimitives, times_are_brought_to_hh_mm_within_the_day) {
     // Only the outer characters are read: 12.30 passes.
     expectEach("Zeit", Zeit, {"930", "7", "23:59", "24:00", "", "12.30"},
                {"24:30", "12:60", "25", "9a0", "12?0", "123456"});
-}
-
-TEST(CheckPrimitives, waehrung_needs_exactly_n_decimals) {
-    // An amount without its separator fails, even the empty one.
-    expectEach("Waehrung(2)", [](const QString& v) { return Waehrung(v, comma, 2); }, {"12,50", ",50"},
-               {"10,5", "12,500", "12", "12.50", "1,2,50", "a,50", ""});
 }
 
 // Dates on the fixed test day, Sunday 15 November 2026.

@@ -18,12 +18,22 @@ const QString layout4Line = "31901001.tif;15.11.2026;4;0;0;EUROPÄISCHE KRANKENV
 
 class ImportFile : public ImportTest {};
 
-// Every line is imported, the rows committed and the file deleted. Each file keeps its copy under its
-// name and time stamp, also two of the same name in one second.
-// A file put back after its import (as a crash after the commit leaves it, or an operator who copies
-// it back) is recognised by its content and set aside instead of doubling its records. With the
-// backup off no copy is kept.
+// A file another workstation moved away first (or one that cannot be moved: the same refused
+// rename) is refused and nothing is written. Every line is imported, the rows committed and the file deleted. Each file
+// keeps its copy under its name and time stamp, also two of the same name in one second. A file put back after its
+// import (as a crash after the commit leaves it, or an operator who copies it back) is recognised by its content and
+// set aside instead of doubling its records. With the backup off no copy is kept.
 TEST_F(ImportFile, each_file_keeps_its_backup_copy_and_an_imported_file_is_never_imported_twice) {
+    EXPECT_EQ(import(), -1);
+    ASSERT_EQ(messages.messages().size(), 1);
+    EXPECT_EQ(messages.messages()[0].prompt,
+              "Auf die Importdatei '" + importPath() +
+                  "' konnte nicht zugegriffen werden, eventuell besteht ein Konflikt mit der ZV-Beleg Auswertung "
+                  "oder einem anderen Arbeitsplatz.\r\nVersuchen Sie es später erneut.");
+    EXPECT_EQ(messages.messages()[0].buttons, MsgBox::Critical);
+    EXPECT_FALSE(exists("import/zvscan.tmp"));
+    messages.clear();
+
     writeResult({layout4Line});
     const QByteArray first = home.readFile("import/zvscan.txt");
     {
@@ -59,40 +69,9 @@ TEST_F(ImportFile, each_file_keeps_its_backup_copy_and_an_imported_file_is_never
     EXPECT_FALSE(exists("backup/261116"));
 }
 
-TEST_F(ImportFile, stale_temporary_file_is_kept_aside_logged_and_the_new_file_imported) {
-    home.writeFile("import/zvscan.tmp", encodeText("31900999.tif;14.11.2026;4\n"));
-    writeResult({layout4Line});
-    ASSERT_EQ(import(), 1);
-    EXPECT_EQ(rowCount(), 1);
-    EXPECT_EQ(text(1, "BMPName"), "31901001.tif");
-    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000"), encodeText("31900999.tif;14.11.2026;4\n"));
-    EXPECT_FALSE(exists("import/zvscan.tmp"));
-    const QString expected = "Eine temp. Datei  '" + tempPath() + "' ist bereits vorhanden.\r\nDer Import der Datei '" +
-                             importPath() + "' wird abgebrochen.;16;15.11.2026 10:30:00\r\n";
-    EXPECT_TRUE(log().contains(expected)) << log().toStdString();
-    EXPECT_TRUE(log().contains("aufbewahrt als '" + tempPath() + ".261115-103000'"));
-    EXPECT_TRUE(messages.messages().isEmpty()) << "logged only, no message box";
-
-    // A second stale file in the same second does not overwrite the first one kept aside.
-    home.writeFile("import/zvscan.tmp", "alt");
-    writeResult({layout5Line});
-    ASSERT_EQ(import(), 1);
-    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000-2"), "alt");
-}
-
-// A file another workstation moved away first (or one that cannot be moved: the same refused
-// rename) is refused and nothing is written.
-TEST_F(ImportFile, file_taken_by_another_workstation_is_refused) {
-    EXPECT_EQ(import(), -1);
-    ASSERT_EQ(messages.messages().size(), 1);
-    EXPECT_EQ(messages.messages()[0].prompt,
-              "Auf die Importdatei '" + importPath() +
-                  "' konnte nicht zugegriffen werden, eventuell besteht ein Konflikt mit der ZV-Beleg Auswertung "
-                  "oder einem anderen Arbeitsplatz.\r\nVersuchen Sie es später erneut.");
-    EXPECT_EQ(messages.messages()[0].buttons, MsgBox::Critical);
-    EXPECT_FALSE(exists("import/zvscan.tmp"));
-}
-
+// A run-time error keeps the rows read so far and the temporary file; the next import keeps that file
+// aside as a stale one (logged only, no message box; a second one in the same second does not
+// overwrite the first) and commits the waiting row with its own.
 TEST_F(ImportFile, run_time_error_keeps_the_rows_read_so_far_for_the_next_import) {
     withoutOcrRules();
     writeResult({layout4Line, "31901002.tif;15.11.2026;4;1O;0;EUROPÄISCHE KRANKENVERSICHERUNGSKARTE;NL", layout5Line});
@@ -102,14 +81,26 @@ TEST_F(ImportFile, run_time_error_keeps_the_rows_read_so_far_for_the_next_import
     EXPECT_TRUE(messages.messages()[0].prompt.contains("Zeile 2")) << messages.messages()[0].prompt.toStdString();
     EXPECT_TRUE(messages.messages()[0].prompt.contains("BMOffsetX"));
     EXPECT_EQ(rowCount("Neuimport=true"), 1) << "the first line's row waits, uncleaned";
-    EXPECT_TRUE(exists("import/zvscan.tmp"));
+    const QByteArray broken = home.readFile("import/zvscan.tmp");
+    ASSERT_FALSE(broken.isEmpty());
+    messages.clear();
 
-    // The next import keeps the broken file aside and commits the waiting row with its own.
     writeResult({layout5Line});
     EXPECT_EQ(import(), 1);
     EXPECT_EQ(rowCount("Neuimport=false AND Workflow_Status=10"), 2);
     EXPECT_EQ(text(1, "NACHNAME"), "Huber");
-    EXPECT_TRUE(exists("import/zvscan.tmp.261115-103000"));
+    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000"), broken);
+    EXPECT_FALSE(exists("import/zvscan.tmp"));
+    const QString expected = "Eine temp. Datei  '" + tempPath() + "' ist bereits vorhanden.\r\nDer Import der Datei '" +
+                             importPath() + "' wird abgebrochen.;16;15.11.2026 10:30:00\r\n";
+    EXPECT_TRUE(log().contains(expected)) << log().toStdString();
+    EXPECT_TRUE(log().contains("aufbewahrt als '" + tempPath() + ".261115-103000'"));
+    EXPECT_TRUE(messages.messages().isEmpty()) << "logged only, no message box";
+
+    home.writeFile("import/zvscan.tmp", "alt");
+    writeResult({layout4Line});
+    ASSERT_EQ(import(), 1);
+    EXPECT_EQ(home.readFile("import/zvscan.tmp.261115-103000-2"), "alt");
 }
 
 // A wrong digest would let an imported file in again or keep a new one out: the identity must be

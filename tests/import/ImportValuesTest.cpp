@@ -67,9 +67,7 @@ TEST_F(ImportValues, parts_fill_the_columns_in_table_order_with_escape_codes_and
 
 TEST_F(ImportValues, parts_beyond_the_filled_columns_are_ignored) {
     const QStringList columns = valuesTableColumns();
-    QStringList parts;
-    for (int i = 0; i < columns.size() + 3; ++i)
-        parts << "";
+    QStringList parts(columns.size() + 3);
     parts[0] = "31901001.tif";
     parts[2] = "4";
     parts[columns.indexOf("Fehlerhaft")] = "1111";

@@ -14,7 +14,7 @@ protected:
 
 // Names match without regard to case, the first of two rows of one name answers, only layout 4
 // selects the T4 region, and nulls take their defaults.
-TEST_F(FieldDefinitions, definitions_are_found_by_name_with_their_layouts_region_and_defaults) {
+TEST_F(FieldDefinitions, are_found_by_name_with_their_layouts_region_and_defaults_and_faults_reported) {
     execSql("UPDATE ZVBFelder SET T4_x=120, T4_y=340, T4_dx=900, T4_dy=60,"
             " T5_x=150, T5_y=410, T5_dx=880, T5_dy=64 WHERE VarName='NACHNAME'");
     execSql("INSERT INTO ZVBFelder (VarName, T4_x, T4_y, T4_dx, T4_dy, T5_x, T5_y, T5_dx, T5_dy, VarLng)"
@@ -39,12 +39,10 @@ TEST_F(FieldDefinitions, definitions_are_found_by_name_with_their_layouts_region
               (QList<qint32>{1, 0, 0, 0}));
     EXPECT_EQ(felder.GetPruefungen("VORNAME"), "");
     EXPECT_TRUE(messages.messages().isEmpty());
-}
 
-// An unknown name is reported by each getter and answers zero; a null in a required column stops
-// the load and keeps the rows read before it; with no rows every getter reports the empty list.
-TEST_F(FieldDefinitions, unknown_names_broken_rows_and_an_empty_table_are_reported) {
-    felder.Fill();
+    // An unknown name is reported by each getter and answers zero; a null in a required column
+    // stops the load and keeps the rows read before it; with no rows every getter reports the
+    // empty list.
     EXPECT_FALSE(felder.Exists("STRASSE"));
     EXPECT_TRUE(messages.messages().isEmpty()) << "Exists reports nothing";
     EXPECT_EQ(felder.GetLaenge("Strasse"), 0);

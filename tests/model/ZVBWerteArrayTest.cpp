@@ -29,8 +29,6 @@ protected:
 // stays where it is.
 TEST_F(RecordValues, fill_holds_every_column_as_text_in_table_order) {
     EXPECT_EQ(werte.GetValue("nachname"), "Huber");
-    EXPECT_EQ(werte.GetValue("VORNAME"), "") << "null becomes the empty text";
-    EXPECT_EQ(werte.GetValue("BMOffsetX"), "12");
     EXPECT_EQ(werte.GetValue("LfdNr"), "1");
     QString name, value;
     ASSERT_TRUE(werte.GetFirst(name, value));
@@ -38,53 +36,13 @@ TEST_F(RecordValues, fill_holds_every_column_as_text_in_table_order) {
     while (werte.GetNext(name, value))
         walked << name + '=' + value;
     EXPECT_EQ(walked.size(), 33) << "every column of zvbWerte";
-    EXPECT_EQ(walked.mid(0, 2), (QStringList{"BMPName=31901001A.tif", "SCANDAT="}));
+    EXPECT_EQ(walked.mid(0, 4), (QStringList{"BMPName=31901001A.tif", "SCANDAT=", "TYP=4", "BMOffsetX=12"}))
+        << "null becomes the empty text";
     EXPECT_TRUE(walked.last().startsWith("Neuimport=")) << walked.last().toStdString();
     EXPECT_FALSE(werte.GetNext(name, value));
     EXPECT_EQ(name, "Neuimport");
-}
 
-// A number with letters or an empty one is stored as 0, not null; LfdNr is never written.
-TEST_F(RecordValues, save_writes_texts_numbers_and_flags_back) {
-    const std::pair<const char*, const char*> values[] = {
-        {"Nachname", "Huber-Moser"}, {"VORNAME", "Maria"},      {"BMOffsetX", "1a"},    {"BMOffsetY", "-7"},
-        {"Workflow_KorrID", ""},     {"Workflow_Status", "40"}, {"Korrigiert", "True"}, {"LfdNr", "99"}};
-    for (const auto& [column, value] : values)
-        werte.SetValue(column, value);
-    werte.Save(1);
-    QStringList row;
-    for (const auto& [column, value] : values) {
-        const QVariant cell = stored(column);
-        row << (cell.isNull() ? "null" : cell.toString());
-    }
-    EXPECT_EQ(row, QStringList({"Huber-Moser", "Maria", "0", "-7", "0", "40", "1", "1"}));
-    EXPECT_TRUE(messages.messages().isEmpty());
-}
-
-// A date is stored as a date and an empty one as null; a column of a type the array cannot write is
-// reported once per save and keeps its value while the others are written.
-TEST_F(RecordValues, dates_and_unsupported_types_on_save) {
-    execSql("ALTER TABLE zvbWerte ADD COLUMN Erfasst DATETIME");
-    execSql("ALTER TABLE zvbWerte ADD COLUMN Gebuehr CURRENCY");
-    execSql("UPDATE zvbWerte SET Gebuehr=12.5");
-    fill();
-    werte.SetValue("Erfasst", "15.11.2026");
-    werte.SetValue("Gebuehr", "99");
-    werte.SetValue("NACHNAME", "Gruber");
-    werte.Save(1);
-    EXPECT_EQ(stored("Erfasst").toString(), "2026-11-15 00:00:00");
-    EXPECT_DOUBLE_EQ(stored("Gebuehr").toDouble(), 12.5);
-    EXPECT_EQ(stored("NACHNAME").toString(), "Gruber");
-    werte.SetValue("Erfasst", "");
-    werte.EmptyArray(1);
-    EXPECT_TRUE(stored("Erfasst").isNull());
-    ASSERT_EQ(messages.prompts().size(), 2);
-    EXPECT_TRUE(messages.prompts()[0].startsWith("Problem beim Speichern des zvbWerteArrays!\r\nDas Feld 'Gebuehr'"));
-    EXPECT_TRUE(messages.prompts()[1].startsWith("Problem beim Speichern/Leeren des zvbWerteArrays!"));
-}
-
-// A record that is gone writes nothing; unknown names and an empty list are reported.
-TEST_F(RecordValues, a_missing_record_unknown_names_and_an_empty_list_are_reported) {
+    // A record that is gone writes nothing; unknown names and an empty list are reported.
     werte.SetValue("NACHNAME", "Niemand");
     werte.Save(4711);
     werte.EmptyArray(4711);
@@ -95,7 +53,6 @@ TEST_F(RecordValues, a_missing_record_unknown_names_and_an_empty_list_are_report
     EXPECT_EQ(werte.GetCount(), 0);
     EXPECT_EQ(werte.GetValue("NACHNAME"), "");
     werte.SetValue("NACHNAME", "x");
-    QString name, value;
     EXPECT_FALSE(werte.GetFirst(name, value));
     EXPECT_EQ(messages.prompts(),
               (QStringList{
@@ -107,6 +64,36 @@ TEST_F(RecordValues, a_missing_record_unknown_names_and_an_empty_list_are_report
                   "Problem beim Schreiben in das zvbWerteArray!\r\nDas zu füllende Feld 'Strasse' ist nicht vorhanden.",
                   "Problem beim Auslesen des zvbWerteArrays!\r\nDas Array ist leer.",
                   "Problem beim Schreiben in das zvbWerteArray!\r\nDas Array ist leer."}));
+}
+
+// Each column is written back by its type: a number with letters or an empty one as 0, not null; a
+// date as a date and an empty one as null; LfdNr never. A column of a type the array cannot write is
+// reported once per save and keeps its value while the others are written.
+TEST_F(RecordValues, save_writes_each_column_by_its_type) {
+    execSql("ALTER TABLE zvbWerte ADD COLUMN Erfasst DATETIME");
+    execSql("ALTER TABLE zvbWerte ADD COLUMN Gebuehr CURRENCY");
+    execSql("UPDATE zvbWerte SET Gebuehr=12.5");
+    fill();
+    const std::pair<const char*, const char*> values[] = {
+        {"Nachname", "Huber-Moser"}, {"VORNAME", "Maria"},      {"BMOffsetX", "1a"},    {"BMOffsetY", "-7"},
+        {"Workflow_KorrID", ""},     {"Workflow_Status", "40"}, {"Korrigiert", "True"}, {"LfdNr", "99"},
+        {"Erfasst", "15.11.2026"},   {"Gebuehr", "99"}};
+    for (const auto& [column, value] : values)
+        werte.SetValue(column, value);
+    werte.Save(1);
+    QStringList row;
+    for (const auto& [column, value] : values) {
+        const QVariant cell = stored(column);
+        row << (cell.isNull() ? "null" : cell.toString());
+    }
+    EXPECT_EQ(row,
+              QStringList({"Huber-Moser", "Maria", "0", "-7", "0", "40", "1", "1", "2026-11-15 00:00:00", "12.5"}));
+    werte.SetValue("Erfasst", "");
+    werte.EmptyArray(1);
+    EXPECT_TRUE(stored("Erfasst").isNull());
+    ASSERT_EQ(messages.prompts().size(), 2);
+    EXPECT_TRUE(messages.prompts()[0].startsWith("Problem beim Speichern des zvbWerteArrays!\r\nDas Feld 'Gebuehr'"));
+    EXPECT_TRUE(messages.prompts()[1].startsWith("Problem beim Speichern/Leeren des zvbWerteArrays!"));
 }
 
 } // namespace
