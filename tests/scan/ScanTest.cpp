@@ -124,7 +124,8 @@ TEST_F(ScanSequenceTest, a_feeder_of_pages_becomes_group4_tiffs_at_200_dpi_and_a
         EXPECT_EQ(std::tuple(tiff.compression, tiff.bitsPerSample, tiff.xDpi, tiff.yDpi),
                   std::tuple(COMPRESSION_CCITTFAX4, 1, 200.0f, 200.0f))
             << name.toStdString();
-        EXPECT_LE(std::abs(tiff.width - 1654) + std::abs(tiff.height - 2339), 2) << tiff.width << "x" << tiff.height;
+        EXPECT_LE(std::abs(int(tiff.width) - 1654) + std::abs(int(tiff.height) - 2339), 2)
+            << tiff.width << "x" << tiff.height;
         EXPECT_GT(tiff.blackShare, 0.001);
         EXPECT_LT(tiff.blackShare, 0.5);
     }
@@ -146,15 +147,19 @@ TEST_F(ScanSequenceTest, device_faults_keep_the_pages_saved_and_say_what_happene
         {"SANE_STATUS_COVER_OPEN", 2, "Abdeckung des Scanners ist offen"},
         {"SANE_STATUS_IO_ERROR", 2, "antwortet nicht mehr"},
         {"SANE_STATUS_NO_DOCS", 0, "keine Belege"},
+        // The scan folder lies below a file, so it cannot be made: the first page stops the feeder.
+        {nullptr, 0, "LEAD1_TwainPage()"},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.status);
+        SCOPED_TRACE(c.says);
         TempHome caseHome;
         messages.clear();
         writeStandInEvaluation(caseHome);
         RecordingObserver observer;
         const QString fault = QString::fromLatin1(c.status);
-        resetVirtualDevice(c.afterPages == 0 ? fault : QStringLiteral("Default"));
+        resetVirtualDevice(c.afterPages == 0 && c.status ? fault : QStringLiteral("Default"));
+        if (!c.status)
+            SetSysValue(QStringLiteral("Scan_Pfad"), caseHome.path(QStringLiteral("data.mdb/scan")));
         execSql(
             QStringLiteral("INSERT INTO zvbWerte (BMPName, NACHNAME, Workflow_Status) VALUES ('alt.tif', 'Alt', 10)"));
         observer.afterPage = [&](int pages) {
@@ -167,7 +172,7 @@ TEST_F(ScanSequenceTest, device_faults_keep_the_pages_saved_and_say_what_happene
 
         const ScanRun run = RunScanSequence(*scanner, {QStringLiteral("test:0"), {}, 0}, observer);
 
-        EXPECT_EQ(run.pages, c.afterPages);
+        EXPECT_EQ(std::tuple(run.pages, run.evaluated), std::tuple(c.afterPages, c.afterPages > 0));
         ASSERT_EQ(messages.prompts().size(), 1);
         EXPECT_TRUE(messages.saw(QLatin1String(c.says))) << messages.prompts().first().toStdString();
         if (c.afterPages > 0) {
@@ -212,23 +217,6 @@ TEST_F(ScanSequenceTest, the_pnm_device_scans_a_rendered_form_pixel_for_pixel_in
     EXPECT_FLOAT_EQ(scanned.xDpi, 200.0f);
     EXPECT_TRUE(scanned.pbm == original.pbm) << "the page differs from the form fed in";
     EXPECT_EQ(poolNames(QStringLiteral("BMPName,") + columns), QStringList{QStringLiteral("319010001.tif") + record});
-}
-
-TEST_F(ScanSequenceTest, a_page_that_cannot_be_saved_stops_the_feeder_and_keeps_the_pool) {
-    execSql(QStringLiteral("INSERT INTO zvbWerte (BMPName, NACHNAME, Workflow_Status) VALUES ('alt.tif', 'Alt', 10)"));
-    // The scan folder lies below a file, so it cannot be made.
-    SetSysValue(QStringLiteral("Scan_Pfad"), home.path(QStringLiteral("data.mdb/scan")));
-    writeStandInEvaluation(home);
-    RecordingObserver observer;
-
-    const ScanRun run = RunScanSequence(*scanner, {QStringLiteral("test:0"), {}, 0}, observer);
-
-    EXPECT_EQ(run.pages, 0);
-    EXPECT_EQ(run.end, ScanEnd::Cancelled);
-    EXPECT_FALSE(run.evaluated);
-    ASSERT_EQ(messages.prompts().size(), 1);
-    EXPECT_TRUE(messages.saw(QStringLiteral("LEAD1_TwainPage()")));
-    EXPECT_EQ(poolNames(), QStringList{"alt.tif Alt"});
 }
 
 TEST_F(ScanSequenceTest, command_line_lists_devices_and_without_one_evaluates_what_is_in_the_folder) {
