@@ -5,7 +5,7 @@
 // is handed over once or still waiting, no image is gone without its XML and its backup copy,
 // exp.txt holds at most one line per record, the database is sound. After the recovery run that
 // follows: every record handed over exactly once, one exp.txt line each, nothing stuck in 41, no
-// file left behind. VERIDON_EXPORT_KILLS and VERIDON_EXPORT_RECORDS make the run larger.
+// file left behind.
 // Onto a disk that fills up (a small tmpfs as the export folder; mounting needs root, elsewhere the
 // test is skipped with a message): the command must say so and exit 1; the records it could not
 // hand over keep their state and images, and no empty or cut XML file is left under a real name;
@@ -89,8 +89,8 @@ protected:
 };
 
 TEST_F(ExportCrash, kill_9_at_random_instants_neither_doubles_nor_loses_a_record) {
-    const int wantedKills = KillHarness::fromEnvironment("VERIDON_EXPORT_KILLS", 30);
-    const int perRound = KillHarness::fromEnvironment("VERIDON_EXPORT_RECORDS", 400);
+    constexpr int wantedKills = 30;
+    constexpr int perRound = 400;
     const QStringList exportArgs{"--home", home.dir(), "export"};
     int serial = 0;
     const auto addRound = [&] {

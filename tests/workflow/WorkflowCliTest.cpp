@@ -79,9 +79,9 @@ TEST_F(WorkflowCli, next_accept_discard_and_stats_as_an_operator_without_a_displ
     EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
     const QStringList lines = cli({"stats", "--days", "2"}).out.split('\n');
     ASSERT_EQ(lines.size(), 4) << lines.join('|').toStdString();
-    EXPECT_EQ(lines[0], "Datum\tArbeitsplatz\tÜbergeben\tVerworfen\tFelder korrigiert\tAnschläge je Beleg\tBelege je "
-                        "Stunde");
-    EXPECT_EQ(lines[1], yesterday.toString("dd.MM.yyyy") + "\t2\t0\t0\t5\t0,0\t0,0");
+    EXPECT_EQ(lines.first(2), (QStringList{"Datum\tArbeitsplatz\tÜbergeben\tVerworfen\tFelder korrigiert\tAnschläge "
+                                           "je Beleg\tBelege je Stunde",
+                                           yesterday.toString("dd.MM.yyyy") + "\t2\t0\t0\t5\t0,0\t0,0"}));
     // Records per hour depends on how long the commands took: only the counts are fixed.
     EXPECT_TRUE(lines[2].startsWith(QDate::currentDate().toString("dd.MM.yyyy") + "\t1\t2\t1\t0\t0,0\t"))
         << lines[2].toStdString();
