@@ -50,11 +50,7 @@ inline QVector<PdfPage> readPdf(const QString& path) {
         auto words = wordTag.globalMatch(chunk);
         while (words.hasNext()) {
             const auto w = words.next();
-            QString text = w.captured(3);
-            text.replace(QStringLiteral("&lt;"), QStringLiteral("<"))
-                .replace(QStringLiteral("&gt;"), QStringLiteral(">"))
-                .replace(QStringLiteral("&amp;"), QStringLiteral("&"));
-            page.words.push_back({text, w.captured(1).toDouble(), w.captured(2).toDouble()});
+            page.words.push_back({w.captured(3), w.captured(1).toDouble(), w.captured(2).toDouble()});
         }
         pages.push_back(page);
     }

@@ -99,19 +99,14 @@ QString viewerStatus() {
 }
 
 QRect boxOf(const QImage& image, const std::function<bool(QRgb)>& test) {
-    int left = image.width(), top = image.height(), right = -1, bottom = -1;
+    QRect box;
     for (int y = 0; y < image.height(); ++y) {
         const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            if (test(line[x])) {
-                left = std::min(left, x);
-                right = std::max(right, x);
-                top = std::min(top, y);
-                bottom = std::max(bottom, y);
-            }
-        }
+        for (int x = 0; x < image.width(); ++x)
+            if (test(line[x]))
+                box |= QRect(x, y, 1, 1);
     }
-    return right < 0 ? QRect() : QRect(QPoint(left, top), QPoint(right, bottom));
+    return box;
 }
 
 bool whollyInside(const QRect& block, QSize view, int margin) {
