@@ -146,19 +146,21 @@ TEST_F(AutoImport, a_fixed_width_file_ends_at_its_first_empty_line) {
     EXPECT_TRUE(messages.saw("Anzahl der alten Datensätze: 4 Neue Datensätze: 3"));
 }
 
-// The files of data/home/stammdaten must hold what sysStates.tsv and ocrErsetzungen.tsv hold.
+// The demo home's master-data files must hold what its tables hold: an operator's first automatic
+// import would otherwise change states or replacement rules behind everyone's back.
 TEST_F(AutoImport, the_demo_master_data_files_import_the_rows_the_tables_already_hold) {
+    execSql("DELETE FROM zvbAutoImport");
     execSql("DELETE FROM zvbAutoImport_Spezifikation");
     loadTableFile("zvbAutoImport", masterDataDir() + "tables/zvbAutoImport.tsv");
     loadTableFile("zvbAutoImport_Spezifikation", masterDataDir() + "tables/zvbAutoImport_Spezifikation.tsv");
-    const auto tables = [this] {
-        return rows("SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY State_ID") +
-               rows("SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid");
-    };
-    const QStringList before = tables();
+    const QString statesSql = "SELECT State_ID, State_Name, State_XmlType, State_IsoNumeric FROM sysStates ORDER BY 1";
+    const QString rulesSql = "SELECT Feld, Suchstring, Ersatzstring FROM ocrErsetzungen ORDER BY rowid";
+    const QStringList states = rows(statesSql), rules = rows(rulesSql);
     EXPECT_EQ(ZVBAutoImport(), 2) << "the delimited states and the fixed-width OCR rules";
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_EQ(tables(), before);
+    EXPECT_EQ(rows(statesSql), states) << "data/home/stammdaten/staaten.txt must hold what sysStates.tsv holds";
+    EXPECT_EQ(rows(rulesSql), rules)
+        << "data/home/stammdaten/ocr_ersetzungen.txt must hold what ocrErsetzungen.tsv holds";
 }
 
 // A value that does not fit ends that file and keeps the rows before it; a missing file is

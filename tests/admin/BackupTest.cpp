@@ -22,10 +22,9 @@ protected:
 };
 
 // Folder names: the day, then the kind.
-TEST_F(Backup, folder_names_follow_the_day_and_kind) {
+TEST_F(Backup, folder_names_follow_the_day_and_kind_and_cleanup_keeps_the_boundary_day) {
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, false), QString()) << "not made without create";
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), root() + "261115/importdata/");
-    EXPECT_TRUE(QFileInfo(root() + "261115/importdata").isDir());
     EXPECT_EQ(GetBackupDir(BackupKind::ImportData, false), root() + "261115/importdata/");
     EXPECT_EQ(GetBackupDir(BackupKind::Images, true, QDate(2027, 1, 2)), root() + "270102/images/");
     EXPECT_EQ(GetBackupDir(9, true), root() + "261115/");
@@ -38,9 +37,9 @@ TEST_F(Backup, folder_names_follow_the_day_and_kind) {
         SetSysValue("Backup_Pfad", root);
         EXPECT_EQ(GetBackupDir(BackupKind::ImportData, true), QString());
     }
-}
 
-TEST_F(Backup, cleanup_empties_days_older_than_the_history_and_keeps_the_boundary) {
+    // The clean-up empties days older than the history and keeps the boundary day.
+    SetSysValue("Backup_Pfad", root());
     SetSysValue("Backup_HistoryDays", 7);
     makeDay("261107"); // 8 days before 15 November
     makeDay("261108"); // exactly 7 days

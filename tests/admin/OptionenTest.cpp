@@ -13,17 +13,16 @@ namespace {
 
 using Optionen = HomeTest;
 
-TEST(ColourText, is_ampersand_h_and_blue_green_red_without_leading_zeros) {
+// Colour texts are "&H" and blue-green-red without leading zeros.
+TEST_F(Optionen, colour_texts_hot_keys_and_a_write_with_an_unknown_column_or_no_settings_row) {
     EXPECT_EQ(colourText(0xA0A0FF), "&HA0A0FF");
     EXPECT_EQ(colourText(0), "&H0");
     for (const ColourSetting& s : colourSettings)
         EXPECT_EQ(colourText(parseColourText(QLatin1String(s.defaultText))), QLatin1String(s.defaultText));
     EXPECT_TRUE(HotkeysAssignedTwice({1, 1, 0}) && HotkeysAssignedTwice({0, 2, 2}));
     EXPECT_FALSE(HotkeysAssignedTwice({0, 0, 0}) || HotkeysAssignedTwice({1, 2, 3}));
-}
 
-// An unknown column is reported and nothing is written; an empty settings table gets its row.
-TEST_F(Optionen, an_unknown_column_writes_nothing_and_an_empty_table_gets_its_row) {
+    // An unknown column is reported and nothing is written; an empty settings table gets its row.
     EXPECT_FALSE(SaveOptions({{"Cursor_allg", 2}, {"Gibt_Es_Nicht", 1}}));
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_TRUE(messages.messages()[0].prompt.startsWith("Laufzeitfehler in Funktion 'frmOptionen.SaveSettings()'!"));

@@ -49,9 +49,8 @@ TEST_F(TestCopy, the_image_is_copied_with_its_note_into_the_test_folder) {
 // A missing or empty name, or a path of the other platform's kind (a path too, not a name in the
 // image folder), shows no image and writes nothing; a missing test folder is a run-time error.
 TEST_F(TestCopy, without_an_image_or_a_test_folder_nothing_is_written) {
-    EXPECT_EQ(BelegZumTest("fehlt.tif", "n"), TestCopyResult::NoImage);
-    EXPECT_EQ(BelegZumTest(QString(), "n"), TestCopyResult::NoImage);
-    EXPECT_EQ(BelegZumTest("C:\\scans\\26319010001.tif", "n"), TestCopyResult::NoImage);
+    for (const QString& name : {QString("fehlt.tif"), QString(), QString("C:\\scans\\26319010001.tif")})
+        EXPECT_EQ(BelegZumTest(name, "n"), TestCopyResult::NoImage) << name.toStdString();
     EXPECT_EQ(messages.prompts(), QStringList(3, "Bilddatei kann nicht gefunden werden!"));
     EXPECT_TRUE(QDir(home.path("test")).isEmpty());
 

@@ -29,18 +29,16 @@ protected:
 
 // Each row: a pattern and the states it finds, in table order. SQL's own wildcards are plain
 // characters in Jet, and the comparison ignores case.
-TEST_F(JetDialect, like_patterns_follow_jet_not_sql) {
+TEST_F(JetDialect, like_patterns_follow_jet_not_sql_in_statements_and_in_the_rules) {
     for (const char* row :
          {"* -> DE AT NL D1 d?", "D* -> DE D1 d?", "?T -> AT", "D# -> D1", "D% -> ", "_E -> ", "de -> DE", "n* -> NL",
           "[A-D]* -> DE AT D1 d?", "D[!0-9] -> DE d?", "D[?] -> d?", "[NA][LT] -> AT NL"}) {
         const QStringList parts = QString::fromLatin1(row).split(" -> ");
         EXPECT_EQ(statesLike(parts[0]).join(' '), parts[1]) << row;
     }
-}
 
-// The patterns the import and image rules use, on texts of their own; null is no text, and many "*"
-// before a part that never matches are answered at once, not after trying every split.
-TEST(JetLike, patterns_of_the_import_and_image_rules) {
+    // The patterns the import and image rules use, on texts of their own; null is no text, and many
+    // "*" before a part that never matches are answered at once, not after trying every split.
     const struct {
         const char* pattern;
         QString text;

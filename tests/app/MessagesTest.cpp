@@ -20,7 +20,28 @@ protected:
     }
 };
 
-TEST_F(Messages, text_is_looked_up_in_the_current_language) {
+// Only a null falls back to the default; a caption prefers a non-empty translation; the texts follow
+// the current language.
+TEST_F(Messages, fallbacks_placeholders_and_the_current_language) {
+    storeText("DE", "Msg_Leer", "");
+    storeText("DE", "Msg_Null", QVariant());
+    EXPECT_EQ(GetText("Msg_Leer", "Vorgabe"), QString());
+    EXPECT_EQ(GetText("Msg_Null", "Vorgabe"), "Vorgabe");
+    EXPECT_EQ(GetText("Msg_Fehlt", "Vorgabe"), "Vorgabe");
+    storeText("DE", "frmMain_Caption", "Beleg-Erfassung");
+    storeText("DE", "frmMain_buttonOK_Caption", "");
+    EXPECT_EQ(GetCaption("Main", "frmMain_Caption"), "Beleg-Erfassung");
+    EXPECT_EQ(GetCaption("OK", "frmMain_buttonOK_Caption"), "OK");
+    EXPECT_EQ(GetCaption("\\n bleibt", "frmMain_Fehlt"), "\\n bleibt");
+
+    // Placeholders fill in rising order, so the tenth shows the first and a zero.
+    QVariantList values;
+    for (const char* v : {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})
+        values << QString::fromLatin1(v);
+    EXPECT_EQ(GetText("Msg_X", "%1-%2-%9-%10-%1", values), "a-b-i-a0-a");
+    EXPECT_EQ(GetText("Msg_X", "%1 und %2"), "%1 und %2");
+    EXPECT_EQ(GetText("Msg_X", "%1 von %2", {12, "Stapel"}), "12 von Stapel");
+
     EXPECT_EQ(GetLanguage(), "DE");
     EXPECT_EQ(GetText(Msg::AskDelete), QString::fromUtf8("Wollen Sie wirklich den aktuellen Datensatz verwerfen?"));
     SetSysValue("APP_Language", "EN");
@@ -32,40 +53,14 @@ TEST_F(Messages, text_is_looked_up_in_the_current_language) {
     EXPECT_EQ(GetLanguage(true), "EN");
     execSql("DELETE FROM zvbSys");
     EXPECT_EQ(GetLanguage(true), "EN");
-}
-
-// Only a null falls back to the default; a caption prefers a non-empty translation.
-TEST_F(Messages, only_a_null_falls_back_to_the_default_and_a_caption_to_its_own_text) {
-    storeText("DE", "Msg_Leer", "");
-    storeText("DE", "Msg_Null", QVariant());
-    EXPECT_EQ(GetText("Msg_Leer", "Vorgabe"), QString());
-    EXPECT_EQ(GetText("Msg_Null", "Vorgabe"), "Vorgabe");
-    EXPECT_EQ(GetText("Msg_Fehlt", "Vorgabe"), "Vorgabe");
-    storeText("DE", "frmMain_Caption", "Beleg-Erfassung");
-    storeText("DE", "frmMain_buttonOK_Caption", "");
-    EXPECT_EQ(GetCaption("Main", "frmMain_Caption"), "Beleg-Erfassung");
-    EXPECT_EQ(GetCaption("OK", "frmMain_buttonOK_Caption"), "OK");
-    EXPECT_EQ(GetCaption("\\n bleibt", "frmMain_Fehlt"), "\\n bleibt");
-}
-
-TEST_F(Messages, placeholders_fill_in_rising_order_so_the_tenth_shows_the_first_and_a_zero) {
-    QVariantList values;
-    for (const char* v : {"a", "b", "c", "d", "e", "f", "g", "h", "i", "j"})
-        values << QString::fromLatin1(v);
-    EXPECT_EQ(GetText("Msg_X", "%1-%2-%9-%10-%1", values), "a-b-i-a0-a");
-    EXPECT_EQ(GetText("Msg_X", "%1 und %2"), "%1 und %2");
-    EXPECT_EQ(GetText("Msg_X", "%1 von %2", {12, "Stapel"}), "12 von Stapel");
-}
-
-TEST_F(Messages, unreadable_database_gives_the_default_texts) {
+    // An unreadable database gives the default texts.
     closeDatabase();
     QFile::remove(home.path("data.mdb"));
     EXPECT_EQ(GetText(Msg::AskDelete), Msg::AskDelete.text());
-    EXPECT_EQ(GetLanguage(true), "EN");
 }
 
 // The log is appended to, never shortened; a prompt's "\n" spread it over several lines.
-TEST_F(Messages, log_lines_have_the_exact_format_and_encoding) {
+TEST_F(Messages, log_lines_have_the_exact_format_and_an_unwritable_log_does_not_stop_the_message) {
     home.writeFile("zvMsgLog.txt", "alt;eintrag;01.01.2026 08:00:00\r\n");
     zvMsgBox("Datei für Müller\\nzweite\\ndritte", 64, QString());
     WriteLog("ImportZVBWerte()", "TARNVEL.INI ohne Eintrag");
@@ -76,10 +71,9 @@ TEST_F(Messages, log_lines_have_the_exact_format_and_encoding) {
     ASSERT_EQ(messages.messages().size(), 1);
     EXPECT_EQ(messages.messages()[0].title, "Veridon") << "the product name when none is given";
     EXPECT_EQ(messages.messages()[0].prompt, "Datei für Müller\r\nzweite\r\ndritte");
-}
-
-TEST_F(Messages, unwritable_log_does_not_stop_the_message) {
-    QDir().mkpath(home.path("zvMsgLog.txt")); // a folder where the file should be
+    // A log that cannot be written does not stop the message.
+    QFile::remove(home.path("zvMsgLog.txt"));
+    QDir().mkpath(home.path("zvMsgLog.txt"));
     EXPECT_FALSE(WriteLog("x", "y"));
     EXPECT_EQ(zvMsgBox("trotzdem", 0), MsgBox::OK);
     EXPECT_TRUE(messages.saw("trotzdem"));
@@ -90,15 +84,12 @@ TEST_F(Messages, every_message_id_is_translated_in_both_languages) {
     QVector<MessageText> texts = allMessageTexts();
     for (const MessageText& m : CheckMsg::all)
         texts << m;
+    // One English and one German row each, the German one holding the text the code falls back to.
     for (const MessageText& m : texts) {
-        for (const char* language : {"DE", "EN"}) {
-            const QString condition =
-                QString("Language_ID='%1' AND Name=%2").arg(QLatin1String(language), sqlQuote(m.idText()));
-            EXPECT_EQ(CountRows("Text", "sysTexts", condition), 1) << m.id << " " << language;
-        }
-        const QString german =
-            GetValue("Text", "sysTexts", QString("Language_ID='DE' AND Name=%1").arg(sqlQuote(m.idText()))).toString();
-        EXPECT_EQ(german, m.text()) << m.id;
+        const QString name = "Name=" + sqlQuote(m.idText());
+        EXPECT_EQ(CountRows("Text", "sysTexts", name), 2) << m.id;
+        EXPECT_EQ(CountRows("Text", "sysTexts", name + " AND Language_ID='EN'"), 1) << m.id;
+        EXPECT_EQ(GetValue("Text", "sysTexts", name + " AND Language_ID='DE'").toString(), m.text()) << m.id;
     }
 }
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// The start-up steps that need no window: the field colours, the once-a-day housekeeping on the
-// fixed test date (Sunday 15 November 2026, 10:30) and the order of the steps.
+// The start-up steps that need no window: the field colours (the codes and colour texts behind them), the once-a-day
+// housekeeping on the fixed test date (Sunday 15 November 2026, 10:30) and the order of the steps.
 
 #include "HomeTest.h"
 #include "app/Database.h"
+#include "app/Errors.h"
+#include "app/FieldColours.h"
 #include "app/mdlDB.h"
 #include "model/FormModel.h"
 #include "workflow/mdlStart.h"
@@ -38,31 +40,31 @@ TEST_F(Housekeeping, a_new_day_cleans_the_backup_once_and_a_clock_set_back_warns
         DBAufraeumen();
         EXPECT_EQ(QFileInfo::exists(home.path(oldBackup)), !c.cleaned);
         EXPECT_EQ(GetSysValue("APP_LastOpened").toString(), "2026-11-15 10:30:00");
-        if (c.warned) {
-            ASSERT_EQ(messages.messages().size(), 1);
-            EXPECT_TRUE(messages.messages().first().prompt.startsWith(
-                "Achtung!\r\nDas Datum, zu dem die Anwendung das letzte Mal geöffnet wurde, liegt in der Zukunft."));
-            EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
-        } else {
-            EXPECT_TRUE(messages.messages().isEmpty());
-        }
+        EXPECT_EQ(messages.messages().size(), c.warned ? 1 : 0);
     }
     DBAufraeumen();
-    EXPECT_EQ(messages.messages().size(), 1) << "the next start of the same day shows nothing";
+    ASSERT_EQ(messages.messages().size(), 1) << "the next start of the same day shows nothing";
+    EXPECT_TRUE(messages.messages().first().prompt.startsWith(
+        "Achtung!\r\nDas Datum, zu dem die Anwendung das letzte Mal geöffnet wurde, liegt in der Zukunft."));
+    EXPECT_EQ(messages.messages().first().buttons, MsgBox::Critical);
 }
 
-using Colours = HomeTest;
+using StartupSteps = HomeTest;
 
-// Stored colours are loaded and unset ones take their defaults; one bad colour resets all six, also
-// those read before it, with one message.
-TEST_F(Colours, stored_colours_are_loaded_and_one_bad_colour_resets_all_six) {
+// Without a window the start-up prepares the definitions, the colours (stored ones loaded, unset ones
+// their defaults), the housekeeping and the master data. One bad colour resets all six, also those
+// read before it, with one message.
+TEST_F(StartupSteps, prepare_definitions_and_colours_and_one_bad_colour_resets_all_six) {
     SetSysValue("Color_Fehler", "&H0000FF");
     SetSysValue("Color_OK", QVariant());
-    LoadColours();
-    EXPECT_EQ(ProgramColours().fehler, 0x0000FF);
-    EXPECT_EQ(ProgramColours().ok, 0x00FF00);
-    EXPECT_EQ(ProgramColours().warnung, 0x80FFFF);
-    EXPECT_TRUE(messages.messages().isEmpty());
+    RunStartupSteps();
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    EXPECT_TRUE(FelderArray().Exists("NACHNAME"));
+    EXPECT_EQ(WerteArray().GetCount(), 0);
+    const auto colours = [] {
+        return QList<qint32>{ProgramColours().fehler, ProgramColours().ok, ProgramColours().warnung};
+    };
+    EXPECT_EQ(colours(), (QList<qint32>{0x0000FF, 0x00FF00, 0x80FFFF}));
 
     SetSysValue("Color_Warnung", "&HGELB");
     LoadColours();
@@ -70,22 +72,27 @@ TEST_F(Colours, stored_colours_are_loaded_and_one_bad_colour_resets_all_six) {
     EXPECT_TRUE(messages.messages().first().prompt.startsWith(
         "Fehler beim Farbwerte auslesen!\r\nEs werden die Standardfarben genommen.\r\nFehler #13: "));
     EXPECT_EQ(messages.messages().first().buttons, MsgBox::Information);
-    EXPECT_EQ(ProgramColours().fehler, 0xA0A0FF);
-    EXPECT_EQ(ProgramColours().warnung, 0x80FFFF);
+    EXPECT_EQ(colours(), (QList<qint32>{0xA0A0FF, 0x00FF00, 0x80FFFF}));
 }
 
-using StartupSteps = HomeTest;
+// "&H" texts are blue-green-red, with or without a closing "&"; a plain number is decimal.
+TEST(FieldColourTexts, hex_texts_are_blue_green_red) {
+    EXPECT_EQ(colourRed(parseColourText("&HA0A0FF")), 0xFF) << "a light red";
+    EXPECT_EQ(colourBlue(parseColourText("&H80FFFF")), 0x80) << "a light yellow";
+    for (const char* green : {"&hff00", "&HFF00&", "65280"})
+        EXPECT_EQ(parseColourText(green), 0x00FF00) << green;
+    for (const char* bad : {"&HXYZ", "gruen", ""})
+        EXPECT_THROW(parseColourText(bad), VeridonError) << bad;
+}
 
-TEST_F(StartupSteps, prepare_definitions_colours_housekeeping_and_master_data_without_a_window) {
-    SetSysValue("Color_OK", "&H00C000");
-    SetSysValue("APP_LastOpened", "2026-11-14 18:00:00");
-    RunStartupSteps();
-    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_TRUE(FelderArray().Exists("NACHNAME"));
-    EXPECT_EQ(WerteArray().GetCount(), 0);
-    EXPECT_EQ(ProgramColours().ok, 0x00C000);
-    EXPECT_EQ(GetSysValue("APP_LastOpened").toString(), "2026-11-15 10:30:00");
-    EXPECT_EQ(CountRows("*", "zvbAutoImport", "VersionsDatum IS NULL"), 0) << "the registered files were imported";
+// Codes 0 to 5 give OK, no check, syntax OK, fault, greyed out and warning; anything else reads as
+// unchecked.
+TEST(FieldColourTexts, each_status_code_has_its_colour) {
+    const FieldColours c{.ok = 1, .noCheck = 2, .syntaxOk = 3, .fehler = 4, .ausgegraut = 5, .warnung = 6};
+    for (int code = 0; code <= 5; ++code)
+        EXPECT_EQ(colourForStatus(QString::number(code), c), code + 1) << "code " << code;
+    EXPECT_EQ(colourForStatus("", c), 2);
+    EXPECT_EQ(colourForStatus("9", c), 2);
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 
 namespace {
 
-TEST(TextFiles, windows_1252_lines_with_crlf_lf_or_a_utf8_mark_read_alike) {
+TEST(TextFiles, windows_1252_lines_with_crlf_lf_or_a_utf8_mark_read_alike_and_are_written_with_crlf) {
     TempHome home(TempHome::Content::Empty);
     const QStringList expected{"Müller;Jürgen", "", "Straße"};
     for (const QByteArray& bytes : {QByteArray("M\xFCller;J\xFCrgen\r\n\r\nStra\xDF"
@@ -27,11 +27,8 @@ TEST(TextFiles, windows_1252_lines_with_crlf_lf_or_a_utf8_mark_read_alike) {
     QStringList lines{"alt"};
     EXPECT_FALSE(readTextLines(home.path("fehlt.txt"), lines));
     EXPECT_TRUE(lines.isEmpty()) << "a missing file reads as no lines";
-}
 
-// Characters outside Windows-1252 become question marks.
-TEST(TextFiles, written_as_windows_1252_with_crlf) {
-    TempHome home(TempHome::Content::Empty);
+    // Written as Windows-1252 with CR LF; characters outside Windows-1252 become question marks.
     ASSERT_TRUE(writeTextLines(home.path("out.txt"), {"Größe €", "x"}));
     EXPECT_EQ(home.readFile("out.txt"), QByteArray("Gr\xF6\xDF"
                                                    "e \x80\r\nx\r\n"));

@@ -37,7 +37,6 @@ TEST_F(ExportFaults, image_names_that_leave_the_image_folder_are_never_copied_or
     ExportZVBWerte();
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
     EXPECT_EQ(records(), 0) << "the records themselves are handed over";
-    EXPECT_TRUE(exists("data.mdb"));
     EXPECT_GE(home.readFile("data.mdb").size(), database.size());
     EXPECT_EQ(home.readFile("images/sub/x.tif"), "II* fremd");
     EXPECT_EQ(home.readFile("nebenan.tif"), "II* nebenan");
@@ -53,24 +52,19 @@ TEST_F(ExportFaults, image_names_that_leave_the_image_folder_are_never_copied_or
 TEST_F(ExportFaults, a_write_that_fails_or_garbles_anywhere_ends_the_pass_and_the_next_hands_over_each_record_once) {
     const char* const full = "Auf dem Datenträger ist kein Platz mehr.";
     const char* const differs = "stimmt nicht mit dem Original überein";
-    const struct {
+    struct Case {
         qint64 budget;
         const char* garbled;
         const char* message;
-    } cases[] = {
-        {0, "", full},
-        {2500, "", full},
-        {5000, "", full},
-        {6200, "", full},
-        {9000, "", full},
-        {12500, "", full},
-        {16000, "", full},
-        {19500, "", full},
-        {21700, "", full},
-        {-1, "/images/", differs},
-        {-1, "/exportdata/.g", differs},
-        {-1, "exp.txt", "enthält die angefügten Zeilen nicht"},
     };
+    std::vector<Case> cases;
+    for (const qint64 budget : {0, 2500, 5000, 6200, 9000, 12500, 16000, 19500, 21700})
+        cases.push_back({budget, "", full});
+    cases.insert(cases.end(), {
+                                  {-1, "/images/", differs},
+                                  {-1, "/exportdata/.g", differs},
+                                  {-1, "exp.txt", "enthält die angefügten Zeilen nicht"},
+                              });
     int round = 0;
     for (const auto& c : cases) {
         SCOPED_TRACE(std::to_string(c.budget) + c.garbled);
@@ -129,7 +123,7 @@ TEST_F(ExportFaults, records_left_in_41_are_finished_once_at_start_up_and_by_the
     home.writeFile("export/a1.xml", xmlOf1.toLatin1());
     home.writeFile(day("images/a1.tif"), "II* Bild a1.tif");
     // 2: handed over and its image removed; the receiver has taken the XML away already.
-    const qint32 second = acceptedAs(1, "a2.tif");
+    acceptedAs(1, "a2.tif");
     QFile::remove(home.path("images/a2.tif"));
     // 3: crash before the hand-over: its XML still under the hidden name, its exp.txt line cut.
     const qint32 third = acceptedAs(2, "a3.tif");
@@ -143,11 +137,9 @@ TEST_F(ExportFaults, records_left_in_41_are_finished_once_at_start_up_and_by_the
 
     FinishInterruptedExports();
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
-    EXPECT_EQ(CountRows("*", "zvbWerte", QString("LfdNr IN (%1, %2)").arg(first).arg(second)), 0);
-    EXPECT_EQ(CountRows("*", "zvbWerte", ""), 1) << "the one not handed over waits for the pass, which prints";
-    EXPECT_EQ(CountRows("*", "zvbWerte", QString("LfdNr=%1").arg(third)), 1);
+    EXPECT_EQ(records(), 1) << "the one not handed over waits for the pass, which prints";
+    EXPECT_EQ(GetValue("LfdNr", "zvbWerte", "").toInt(), third);
     EXPECT_EQ(home.readFile("export/a1.xml"), xmlOf1.toLatin1()) << "not written again";
-    EXPECT_FALSE(exists("export/a2.xml")) << "not written again";
     EXPECT_FALSE(exists("images/a1.tif"));
     EXPECT_EQ(expLinesOf("a1.tif"), 1);
     EXPECT_EQ(expLinesOf("a2.tif"), 1);
@@ -161,8 +153,8 @@ TEST_F(ExportFaults, records_left_in_41_are_finished_once_at_start_up_and_by_the
     EXPECT_EQ(expLinesOf("a3.tif"), 1);
     EXPECT_FALSE(home.readFile(day("exportdata/exp.txt")).contains("15.11.20a")) << "the cut line is gone";
     EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).count("\r\n"), 3);
-    EXPECT_TRUE(QDir(home.path("export")).entryList(QDir::Files | QDir::Hidden).contains("a3.xml"));
-    EXPECT_EQ(QDir(home.path("export")).entryList({".*"}, QDir::Files | QDir::Hidden).size(), 0);
+    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files | QDir::Hidden), (QStringList{"a1.xml", "a3.xml"}))
+        << "a2.xml is not written again and no hidden part file is left";
 }
 
 } // namespace

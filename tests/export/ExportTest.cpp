@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // The export pass as the receiving side and the operator see it: the XML files it writes from the
-// home's template, which records it takes, and what happens when it cannot write.
+// home's template, which records it takes, what it leaves in the day's backup, and what happens when
+// it cannot write; and the text rules of the hand-over that a whole export does not reach easily.
 
 #include "ExportFixture.h"
+#include "QtPrinters.h"
 #include "app/Progress.h"
 #include "app/TextFile.h"
+#include "export/ExportTemplate.h"
 
 namespace {
 
@@ -20,9 +23,11 @@ public:
 
 using Export = ExportFixture;
 
-// Placeholders in attributes stand bare, the others become elements; lines end in CR LF.
-TEST_F(Export, every_placeholder_of_the_homes_template_is_filled) {
+// Placeholders in attributes stand bare, the others become elements; lines end in CR LF. The day's
+// backup keeps copies of the XML files and images and one text line per record in exp.txt.
+TEST_F(Export, every_placeholder_of_the_homes_template_is_filled_and_the_backup_keeps_copies_and_a_line) {
     acceptedForm(0);
+    acceptedForm(1, {{"Fehlerhaft", "0000000000"}, {"Korrigiert", 0}});
     EXPECT_TRUE(ExportZVBWerte());
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
     EXPECT_EQ(exported("31901001.xml"),
@@ -44,8 +49,23 @@ TEST_F(Export, every_placeholder_of_the_homes_template_is_filled) {
               "  </Card>\r\n"
               "</EHIC_Form>\r\n"
               "\r\n");
-    EXPECT_EQ(records(), 0) << "the exported record is removed";
-    EXPECT_FALSE(exists("images/31901001.tif")) << "and its image deleted";
+    EXPECT_EQ(records(), 0) << "the exported records are removed";
+    EXPECT_FALSE(exists("images/31901001.tif")) << "and their images deleted";
+
+    // Every column in table order but LfdNr and Workflow_*: the 13 raw lines and the two offsets
+    // are empty here, Korrigiert and Neuimport are yes/no.
+    const QString empty15(15, QLatin1Char(','));
+    EXPECT_EQ(QString::fromLatin1(home.readFile(day("exportdata/exp.txt"))),
+              "31901001.tif,15.11.2026,4" + empty15 +
+                  ",E-111N,AT,Huber,Maria,03.07.1961,1236030761,1100 - OEGK,80040001234567890123,31.12.2029,,Wahr,\r\n"
+                  "31901002.tif,15.11.2026,4" +
+                  empty15 +
+                  ",E-111N,NL,de Vries,Jan Pieter,22.02.1985,123456782,3311 - Zilveren Kruis,80528000012345678901,"
+                  "15.06.2028,0000000000,Falsch,\r\n");
+
+    acceptedForm(2);
+    ExportZVBWerte();
+    EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).count("\r\n"), 3) << "a later pass of the same day appends";
 }
 
 TEST_F(Export, empty_and_unknown_values_follow_the_hand_over_format) {
@@ -53,21 +73,16 @@ TEST_F(Export, empty_and_unknown_values_follow_the_hand_over_format) {
     acceptedForm(2, {{"VORNAME", QVariant()}, {"CARD_EXPIRY", ""}, {"STATE", QVariant()}});
     ExportZVBWerte();
 
-    const QString first = exported("31901002.xml");
-    EXPECT_FALSE(first.contains("Given_names")) << first.toStdString();
-    EXPECT_TRUE(first.contains("    <Name>de Vries</Name>\r\n    <Date_of_birth>"))
-        << "the VORNAME line vanished with its indentation";
-    EXPECT_TRUE(first.contains("<Date_of_birth>--</Date_of_birth>")) << "an empty date is written as \"--\"";
-    EXPECT_TRUE(first.contains("<Case_Identifier>5</Case_Identifier>")) << "unknown state";
-    EXPECT_TRUE(first.contains("date=\"--\""));
-
-    const QString second = exported("31901003.xml");
-    EXPECT_FALSE(second.contains("Given_names"));
-    EXPECT_TRUE(second.contains("<Expiry_date>--</Expiry_date>"));
-    EXPECT_FALSE(second.contains("Issuing_member_state")) << "an empty state writes no element";
-    EXPECT_TRUE(second.contains("<Case_Identifier>5</Case_Identifier>")) << "a null state is unknown too";
+    // No Given_names line and no line of blanks in its place, "--" for an empty date, 5 for an unknown
+    // or null state, and no element for an empty one.
+    const QString first = exported("31901002.xml"), second = exported("31901003.xml");
+    for (const char* part :
+         {"date=\"--\"", "<Case_Identifier>5</Case_Identifier>", "    <Name>de Vries</Name>\r\n    <Date_of_birth>--<"})
+        EXPECT_TRUE(first.contains(part)) << part;
+    EXPECT_TRUE(second.contains("<Expiry_date>--</Expiry_date>") && second.contains("<Case_Identifier>5<"));
+    EXPECT_FALSE(second.contains("Issuing_member_state"));
     for (const QString& text : {first, second})
-        EXPECT_FALSE(text.contains("\r\n    \r\n")) << "no line of blanks is left";
+        EXPECT_FALSE(text.contains("Given_names") || text.contains("\r\n    \r\n")) << text.toStdString();
 }
 
 // A date leaves turned around by its fixed positions; one that cannot be read there would leave
@@ -122,20 +137,15 @@ TEST_F(Export, names_of_every_alphabet_read_back_exactly_and_forbidden_character
     ExportZVBWerte();
     EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
 
-    const struct {
-        const char* file;
-        QString name, givenNames;
-    } expected[] = {
-        {"31901001.xml", "Wałęsa", "Łukasz Żółć"},
-        {"31901002.xml", "Ørsted", "HansChristian"},
-        {"31901003.xml", "Παπαδοπούλου", "Ελένη"},
-        {"31901004.xml", "Schmidt", "Josef"},
-        {"31901005.xml", "Müller & Söhne <GmbH>", "Jürgen \"Jupp\" O'Neill"},
-    };
-    for (const auto& e : expected) {
-        const QByteArray bytes = home.readFile(QString("export/") + e.file);
-        EXPECT_EQ(elementTexts(bytes, "Name"), QStringList{e.name}) << e.file;
-        EXPECT_EQ(elementTexts(bytes, "Given_names"), QStringList{e.givenNames}) << e.file;
+    // Name and Given_names of 31901001.xml to 31901005.xml.
+    const QStringList expected[] = {{"Wałęsa", "Łukasz Żółć"},
+                                    {"Ørsted", "HansChristian"},
+                                    {"Παπαδοπούλου", "Ελένη"},
+                                    {"Schmidt", "Josef"},
+                                    {"Müller & Söhne <GmbH>", "Jürgen \"Jupp\" O'Neill"}};
+    for (int i = 0; i < 5; ++i) {
+        const QByteArray bytes = home.readFile(QString("export/3190100%1.xml").arg(i + 1));
+        EXPECT_EQ(elementTexts(bytes, "Name") + elementTexts(bytes, "Given_names"), expected[i]) << i + 1;
     }
     EXPECT_TRUE(home.readFile("export/31901001.xml").contains("<Name>Wa&#322;&#281;sa</Name>"));
     EXPECT_TRUE(home.readFile("export/31901002.xml").contains("<Name>\xD8rsted</Name>")) << "Ø is Windows-1252";
@@ -146,7 +156,8 @@ TEST_F(Export, names_of_every_alphabet_read_back_exactly_and_forbidden_character
     EXPECT_TRUE(log.contains("U+000B, U+0001, U+001B, U+0081, U+008D, U+008F, U+0090, U+009D"));
 }
 
-TEST_F(Export, records_in_20_or_40_leave_in_running_number_order_and_one_left_in_41_is_finished) {
+TEST_F(Export,
+       records_in_20_or_40_leave_in_running_number_order_one_left_in_41_is_finished_and_names_lose_the_last_dot) {
     RecordingProgress progress;
     acceptedForm(0, {{"Workflow_Status", 10}});
     EXPECT_TRUE(ExportZVBWerte());
@@ -168,19 +179,18 @@ TEST_F(Export, records_in_20_or_40_leave_in_running_number_order_and_one_left_in
                            "Export von korrigierten Daten: 2", "Export von korrigierten Daten: 3", ""}));
     EXPECT_EQ(progress.last, (QPair<qint64, qint64>{3, 3}));
     EXPECT_TRUE(messages.messages().isEmpty());
-}
 
-TEST_F(Export, same_base_name_from_two_folders_or_extensions_gives_one_file_the_later_record_wins) {
+    // The same base name from two folders or extensions gives one file, the later record wins; only
+    // the last dot of the name is cut.
     acceptedForm(0, {{"BMPName", "links/0815_0001.tif"}, {"NACHNAME", "Erster"}});
     acceptedForm(1, {{"BMPName", "rechts\\0815_0001.bmp"}, {"NACHNAME", "Zweiter"}});
     acceptedForm(2, {{"BMPName", "31901003.v2.tif"}});
     acceptedForm(3, {{"BMPName", "ordner.neu/ohnepunkt"}});
     ExportZVBWerte();
     EXPECT_EQ(elementTexts(home.readFile("export/0815_0001.xml"), "Name"), QStringList{"Zweiter"});
-    EXPECT_TRUE(exists("export/31901003.v2.xml")) << "only the last dot is cut";
-    EXPECT_TRUE(exists("export/ohnepunkt.xml")) << "a name without a dot is taken whole, a folder's dot aside";
-    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files).size(), 3);
-    EXPECT_EQ(records(), 0);
+    EXPECT_EQ(QDir(home.path("export")).entryList(QDir::Files),
+              (QStringList{"0815_0001.xml", "31901002.xml", "31901003.v2.xml", "31901004.xml", "ohnepunkt.xml"}));
+    EXPECT_EQ(records(), 2);
 }
 
 // Without the setting nothing is written anywhere; a missing export folder keeps the record in its
@@ -237,6 +247,64 @@ TEST_F(Export, an_unusable_template_stops_the_pass_before_any_record_is_touched)
         EXPECT_TRUE(QDir(home.path("export")).isEmpty());
         EXPECT_TRUE(exists("images/31901001.tif") && exists("images/31901002.tif"));
     }
+}
+
+// Whatever the backup settings keep, the image and the record go, also when the image is missing
+// already (it counts as removed, without a message). xmlCopy: the folder of the XML copy ("" the
+// home itself, nullptr none).
+TEST_F(Export, each_setting_keeps_its_copies_and_image_and_record_always_go) {
+    home.writeFile("keinordner", "eine Datei, kein Ordner");
+    const struct {
+        const char* column;
+        QVariant value;
+        bool imageMissing;
+        const char* xmlCopy;
+        bool imageCopy, expLine;
+    } cases[] = {
+        {"Backup_Enabled", "0", false, nullptr, false, false},
+        {"Backup_Bilder", false, false, "backup/261115/exportdata/", false, true},
+        {"Backup_Pfad", home.path("keinordner"), false, "", false, false},
+        {"Backup_Enabled", "1", true, "backup/261115/exportdata/", false, true},
+    };
+    for (int i = 0; i < int(std::size(cases)); ++i) {
+        const auto& c = cases[i];
+        SCOPED_TRACE(c.column);
+        const QVariant before = GetSysValue(c.column);
+        SetSysValue(c.column, c.value);
+        acceptedForm(i);
+        const QString image = QString("3190100%1.tif").arg(i + 1);
+        const QString xml = image.chopped(4) + ".xml";
+        if (c.imageMissing)
+            QFile::remove(home.path("images/" + image));
+        ExportZVBWerte();
+        SetSysValue(c.column, before);
+        EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+        EXPECT_TRUE(exists("export/" + xml));
+        if (c.xmlCopy) {
+            EXPECT_EQ(home.readFile(c.xmlCopy + xml), home.readFile("export/" + xml));
+        }
+        EXPECT_EQ(exists(day("exportdata/" + xml)), c.xmlCopy && *c.xmlCopy);
+        EXPECT_EQ(exists(day("images/" + image)), c.imageCopy);
+        EXPECT_EQ(home.readFile(day("exportdata/exp.txt")).contains(image.toLatin1()), c.expLine);
+        EXPECT_FALSE(exists("images/" + image));
+        EXPECT_EQ(records(), 0);
+    }
+}
+
+TEST(ExportText, only_lines_of_blanks_are_removed_and_a_last_piece_of_two_characters_goes_too) {
+    EXPECT_EQ(RemoveEmptyLines("a\r\n   \r\n\r\nb\r\n"), "a\r\nb\r\n");
+    EXPECT_EQ(RemoveEmptyLines("a\r\n \t \r\n"), "a\r\n \t \r\n") << "a tab is no blank";
+    EXPECT_EQ(RemoveEmptyLines("x\r\nab"), "x\r\n") << "two characters without a line end count as a blank line";
+    EXPECT_EQ(RemoveEmptyLines("x\r\nabc"), "x\r\nabc");
+    EXPECT_EQ(RemoveEmptyLines("a\nb\r\n"), "a\nb\r\n") << "a lone LF does not end a piece";
+    EXPECT_EQ(RemoveEmptyLines(""), "");
+}
+
+TEST(ExportText, characters_beyond_windows_1252_become_one_reference_each) {
+    QString dropped;
+    EXPECT_EQ(XmlSafeText(QString::fromUtf8("Ł\U0001D11E\u0085\u20AC\uFFFF"), &dropped), "&#321;&#119070;&#133;\u20AC")
+        << "a pair of surrogates is one character; the euro sign is Windows-1252";
+    EXPECT_EQ(dropped, "U+FFFF");
 }
 
 } // namespace

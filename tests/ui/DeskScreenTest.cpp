@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the operator sees on a real monitor on the first start: the main window and the viewer side
 // by side in the screen's work area with every value readable, the small windows beside the fields,
-// and the places kept for the next start. These tests run once per monitor size, which ctest sets
-// through VERIDON_TEST_SCREEN (1280x800 and 1920x1080); without it they are skipped.
+// and the places kept for the next start, in one walk as the first day goes. These tests run once per monitor size,
+// which ctest sets through VERIDON_TEST_SCREEN (1280x800 and 1920x1080); without it they are skipped.
 
 #include "MainWindowFixture.h"
 
 #include "app/Database.h"
-#include "app/mdlDB.h"
 #include "ui/frmAskForReport.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QDialog>
-#include <QFile>
 #include <QScreen>
 #include <QTimer>
 
@@ -39,7 +35,7 @@ protected:
     }
 };
 
-TEST_F(DeskScreen, the_first_start_puts_window_and_viewer_side_by_side_with_every_value_readable) {
+TEST_F(DeskScreen, the_first_start_puts_every_window_where_each_value_is_readable_and_keeps_the_places) {
     insertDemoRecords(8);
     open();
     QWidget* page = viewer();
@@ -66,9 +62,36 @@ TEST_F(DeskScreen, the_first_start_puts_window_and_viewer_side_by_side_with_ever
     }
     ASSERT_EQ(window->currentRecord(), -1);
 
-    // Moved by the operator, both come back there on the next start.
-    insertDemoRecords(1);
+    // The small windows open beside the fields; the error list goes with its record.
+    insertDemoRecords(2);
     key(Qt::Key_F5);
+    field("CARD_ID")->setText("8004A"); // not a card number
+    key(Qt::Key_F10);
+    auto* errors = window->findChild<QDialog*>("frmFehler");
+    ASSERT_NE(errors, nullptr);
+    ASSERT_TRUE(errors->isVisible());
+    expectBesideTheFields(errors, "error list");
+    field("CARD_ID")->setText("80040001234567890123");
+    key(Qt::Key_F10);
+    EXPECT_EQ(field("NACHNAME")->text(), demoForms().at(1)["NACHNAME"]);
+    EXPECT_FALSE(errors->isVisible()) << "the error list of the record handed over";
+    bool optionsSeen = false;
+    QTimer::singleShot(100, [&] {
+        if (auto* options = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            optionsSeen = true;
+            expectBesideTheFields(options, "options");
+            options->reject();
+        }
+    });
+    window->findChild<QAction*>("mpOptionen")->trigger();
+    EXPECT_TRUE(optionsSeen);
+    {
+        frmAskForReport question(window.get());
+        question.show();
+        expectBesideTheFields(&question, "report question");
+    }
+
+    // Moved by the operator, both come back there on the next start.
     ASSERT_NE(viewer(), nullptr);
     window->move(area.left() + 40, area.top() + 30);
     viewer()->move(area.left() + 300, area.top() + 60);
@@ -82,39 +105,6 @@ TEST_F(DeskScreen, the_first_start_puts_window_and_viewer_side_by_side_with_ever
     ASSERT_NE(viewer(), nullptr);
     EXPECT_EQ(window->pos(), QPoint(area.left() + 40, area.top() + 30));
     EXPECT_EQ(viewer()->geometry(), viewerPlace);
-}
-
-TEST_F(DeskScreen, small_windows_open_beside_the_fields_and_the_error_list_goes_with_its_record) {
-    FormValues form = demoForms().at(0);
-    form["CARD_ID"] = "8004A"; // not a card number
-    insertRecord(form);
-    insertDemoRecords(2);
-    open();
-    key(Qt::Key_F10);
-    auto* errors = window->findChild<QDialog*>("frmFehler");
-    ASSERT_NE(errors, nullptr);
-    ASSERT_TRUE(errors->isVisible());
-    expectBesideTheFields(errors, "error list");
-
-    field("CARD_ID")->setText("80040001234567890123");
-    key(Qt::Key_F10);
-    EXPECT_EQ(field("NACHNAME")->text(), demoForms().at(0)["NACHNAME"]);
-    EXPECT_FALSE(errors->isVisible()) << "the error list of the record handed over";
-
-    bool optionsSeen = false;
-    QTimer::singleShot(100, [&] {
-        if (auto* options = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-            optionsSeen = true;
-            expectBesideTheFields(options, "options");
-            options->reject();
-        }
-    });
-    window->findChild<QAction*>("mpOptionen")->trigger();
-    EXPECT_TRUE(optionsSeen);
-
-    frmAskForReport question(window.get());
-    question.show();
-    expectBesideTheFields(&question, "report question");
 }
 
 } // namespace

@@ -3,22 +3,21 @@
 // over and exported), F2 at the end of a record up to a walk through a whole batch, a kill between
 // the save and the export, and a pool server that drops its connection while a record is on screen
 // (that test runs in the pool variant of this program, on the throwaway server; elsewhere it skips).
+// Then a day at the keyboard: no key lost on a button, the keys of their own for hand-over, discard
+// and the page, an empty window that finds new records by itself, and a full field that says so.
 
 #include "../faults/KillHarness.h"
 #include "MainWindowFixture.h"
 
 #include "app/Database.h"
 #include "app/PoolConnection.h"
-#include "app/mdlDB.h"
 
-#include <QApplication>
 #include <QDir>
-#include <QFileInfo>
-#include <QLabel>
+#include <QMenuBar>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QSqlQuery>
+#include <QStatusBar>
 #include <cstdio>
 
 namespace {
@@ -38,10 +37,14 @@ protected:
         values["NACHNAME"] = values["NACHNAME"].left(2) + "?" + values["NACHNAME"].mid(3);
         return insertRecord(values);
     }
+    QString waiting() const { return window->findChild<QLabel*>("lblWarteschlange")->text(); }
 };
 
-TEST_F(HandOverWindow, ok_with_errors_keeps_the_record_and_lists_the_errors) {
-    const qint32 unread = insertUnread(0);
+// OK with errors keeps the record and lists them; corrected, the next record is on screen first and
+// the handed-over one is saved and exported one turn later, at the latest when the program is left
+// right after: the queued pass is not lost with the window.
+TEST_F(HandOverWindow, ok_with_errors_lists_them_and_the_corrected_record_is_exported_also_when_leaving_at_once) {
+    const qint32 unread = insertUnread(0), next = insertRecord(demoForms().at(1));
     open();
     QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
 
@@ -69,27 +72,19 @@ TEST_F(HandOverWindow, ok_with_errors_keeps_the_record_and_lists_the_errors) {
     key(Qt::Key_F3); // empties the field; the card says Hofer, and an f is a letter like any other
     type("Hofer");
     QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
+    EXPECT_EQ(window->currentRecord(), next);
+    ASSERT_EQ(workflowOf(unread), "40/0") << "saved, its export pass still queued";
     const QString stats = QString::fromLatin1(home.readFile("backup/261115/stats/arbeitsplatz_1.txt"));
     EXPECT_TRUE(stats.contains("Uebergeben=1\r\n")) << stats.toStdString();
     EXPECT_TRUE(stats.contains("FelderKorrigiert=1\r\n")) << stats.toStdString();
     EXPECT_TRUE(stats.contains("Tastenanschlaege=7\r\n")) << "Ctrl+F, F3 and five letters; " << stats.toStdString();
     const QString today = window->findChild<QLabel*>("lblStatistik")->text();
     EXPECT_TRUE(today.startsWith("Heute 1 übergeben, 0 verworfen, 7,0 Tasten/Beleg")) << today.toStdString();
-}
 
-// The next record is on screen first; the handed-over one is saved and exported one turn later, at
-// the latest when the program is left right after: the queued pass is not lost with the window.
-TEST_F(HandOverWindow, ok_on_a_clean_record_shows_the_next_and_exports_it_also_when_leaving_at_once) {
-    const QVector<qint32> records = insertDemoRecords(2);
-    open();
-    QTest::mouseClick(button("buttonOK"), Qt::LeftButton);
-    EXPECT_EQ(window->currentRecord(), records[1]);
-    EXPECT_EQ(field("NACHNAME")->text(), "de Vries");
-    ASSERT_EQ(workflowOf(records[0]), "40/0") << "saved, its export pass still queued";
     messages.queueAnswer(MsgBox::Yes); // leaving discards Mr de Vries
     window->close();
     EXPECT_TRUE(exported("31901001.tif"));
-    EXPECT_EQ(workflowOf(records[0]), "") << "handed over, the row is gone";
+    EXPECT_EQ(workflowOf(unread), "") << "handed over, the row is gone";
     EXPECT_FALSE(QFileInfo::exists(home.path("images/31901001.tif")));
     EXPECT_EQ(messages.messages().size(), 1) << messages.prompts().join("|").toStdString();
 }
@@ -126,8 +121,7 @@ TEST_F(HandOverWindow, f2_at_the_end_of_a_record_follows_wie_weit_suchen) {
     SetSysValue("F2_WieWeitSuchen", 2);
     key(Qt::Key_F2);
     EXPECT_EQ(window->currentRecord(), unread);
-    EXPECT_EQ(focusedName(), "NACHNAME");
-    EXPECT_EQ(field("NACHNAME")->selectedText(), "?");
+    EXPECT_EQ(caret(), "NACHNAME Du?ont [?] 2");
     // Corrected, it goes with F2, and so does the clean record after it: the form is empty.
     type("p");
     key(Qt::Key_F2);
@@ -213,6 +207,101 @@ TEST_F(SharedPoolWindow, ok_while_the_server_is_gone_keeps_the_record_and_the_ne
         << "handed over, exported and removed";
     const QString xml = QString::fromLatin1(home.readFile("export/31901001.xml"));
     EXPECT_TRUE(xml.contains("<Given_names>Maria Theresia</Given_names>")) << xml.toStdString();
+}
+
+using DeskKeys = HandOverWindow;
+
+// No key is lost on a button, every button has its letter, the configured keys hand over from
+// anywhere, a discard asks with No as the answer Enter gives, and the page moves by keys that never
+// come from the numeric pad.
+TEST_F(DeskKeys, the_buttons_trap_no_key_and_hand_over_discard_and_page_keys_work_from_anywhere) {
+    SetSysValue("GUI_BildanzeigeEnabled", true);
+    const qint32 huber = insertUnread(0);
+    insertDemoRecords(3);
+    open();
+    // The button with the focus shows it, also when the program put it there (no Tab pressed yet).
+    button("buttonBeenden")->setFocus(Qt::OtherFocusReason);
+    const QImage framed = button("buttonBeenden")->grab().toImage();
+    field("NACHNAME")->setFocus(Qt::OtherFocusReason);
+    EXPECT_NE(button("buttonBeenden")->grab().toImage(), framed);
+
+    for (Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
+        tabTo("buttonOK");
+        key(Qt::Key_F2, modifiers);
+        EXPECT_EQ(focusedName(), "NACHNAME") << "F2 from the button, modifiers " << modifiers;
+    }
+
+    // Every button and menu has a letter of its own.
+    QList<QKeySequence> letters;
+    for (QPushButton* b : window->findChildren<QPushButton*>())
+        letters << QKeySequence::mnemonic(b->text());
+    for (QAction* menu : window->menuBar()->actions())
+        letters << QKeySequence::mnemonic(menu->text());
+    EXPECT_FALSE(letters.contains(QKeySequence())) << "a caption without a letter";
+    EXPECT_EQ(QSet<QKeySequence>(letters.begin(), letters.end()).size(), letters.size()) << "a letter taken twice";
+
+    key(Qt::Key_V, Qt::AltModifier); // "&Verwerfen", answered with the question's default
+    // A button pressed by its letter is shown pressed for a moment, then clicked.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return messages.saw("verwerfen"); }, 1000));
+    EXPECT_TRUE(messages.messages().last().buttons & MsgBox::DefaultButton2) << "No is the default";
+    EXPECT_EQ(window->currentRecord(), huber);
+
+    const QString zoom = viewerStatus();
+    key(Qt::Key_Plus, Qt::KeypadModifier);
+    EXPECT_EQ(viewerStatus(), zoom) << "the pad's plus is no zoom";
+    key(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_NE(viewerStatus(), zoom);
+
+    field("NACHNAME")->setText("Huber");
+    SetSysValue("Key_OK", "F9");
+    key(Qt::Key_F10);
+    EXPECT_EQ(window->currentRecord(), huber) << "F10 is no longer the key";
+    key(Qt::Key_F9);
+    EXPECT_EQ(workflowOf(huber), "") << "handed over and exported";
+
+    SetSysValue("Key_Verwerfen", "Ctrl+Del");
+    const qint32 third = window->currentRecord();
+    messages.queueAnswer(MsgBox::Yes);
+    key(Qt::Key_F8);
+    key(Qt::Key_Delete); // without Ctrl it deletes a character
+    EXPECT_EQ(window->currentRecord(), third);
+    key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(workflowOf(third), "");
+}
+
+// The empty window looks for records every few seconds and at once on F5; the status bar always
+// says how many wait. A value that fills its field beeps and says so instead of dropping keys.
+TEST_F(DeskKeys, an_empty_window_finds_new_records_by_itself_and_a_full_field_says_so) {
+    open();
+    EXPECT_EQ(waiting(), "Kein Beleg wartet");
+    // The empty form's actions only beep, and leaving it asks nothing.
+    EXPECT_EQ(window->windowTitle(), "Veridon ");
+    EXPECT_FALSE(window->findChild<QWidget*>("Datensatz")->isEnabled());
+    action("mpBelegLoeschen")->trigger();
+    key(Qt::Key_F2);
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.prompts().join("|").toStdString();
+    insertDemoRecords(2);
+    key(Qt::Key_F5);
+    ASSERT_GE(window->currentRecord(), 0);
+    EXPECT_EQ(waiting(), "Wartende Belege: 1");
+
+    tabTo("STATE");
+    key(Qt::Key_F3);
+    type("ATX");
+    EXPECT_EQ(field("STATE")->text(), "AT");
+    EXPECT_TRUE(window->statusBar()->currentMessage().contains("höchstens 2 Zeichen"))
+        << window->statusBar()->currentMessage().toStdString();
+    key(Qt::Key_Escape);
+
+    key(Qt::Key_F10);
+    key(Qt::Key_F10);
+    ASSERT_EQ(window->currentRecord(), -1);
+    EXPECT_EQ(waiting(), "Kein Beleg wartet");
+    EXPECT_TRUE(window->close());
+    EXPECT_TRUE(messages.messages().isEmpty());
+    open();
+    insertDemoRecords(1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->currentRecord() >= 0; }, 2 * frmMain::pollIntervalMs));
 }
 
 } // namespace

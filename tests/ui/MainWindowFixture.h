@@ -64,6 +64,16 @@ protected:
     static QString focusedName() {
         return QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString();
     }
+    // The field with the keyboard as the operator sees it: "name text [selected] position", the
+    // position being where the selection starts, or the cursor when nothing is selected.
+    static QString caret() {
+        const auto* edit = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        if (!edit)
+            return focusedName();
+        return QString("%1 %2 [%3] %4")
+            .arg(edit->objectName(), edit->text(), edit->selectedText())
+            .arg(edit->hasSelectedText() ? edit->selectionStart() : edit->cursorPosition());
+    }
     // The background colour a field shows.
     QColor background(const QString& name) const {
         return field(name)->palette().color(QPalette::Active, QPalette::Base);

@@ -9,10 +9,7 @@
 
 #include "scan/ScanSettings.h"
 
-#include <QAction>
 #include <QDir>
-#include <QLabel>
-#include <QPushButton>
 #include <QTimer>
 
 namespace {
@@ -39,13 +36,12 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_escape_stops_the_wait_window_
 
     // What an operator would see at moments during the scan.
     bool controlsOffWhilePagesCame = false, controlsOnWhilePagesCame = false;
-    bool waitWindowShown = false, waitWindowClosable = false, focusTaken = false, focusTakenBack = false;
-    QString waitText;
+    bool waitWindowClosable = false, focusTaken = false, focusTakenBack = false;
+    QString waitText; // stays empty unless the wait window was seen
     QTimer watch;
     watch.setInterval(5);
     QObject::connect(&watch, &QTimer::timeout, [&] {
         if (QWidget* wait = shown("frmWaitShell")) {
-            waitWindowShown = true;
             waitText = wait->findChild<QLabel*>("lblInfo")->text();
             wait->close();
             waitWindowClosable |= !wait->isVisible();
@@ -70,7 +66,6 @@ TEST_F(ScanWindow, controls_are_off_while_scanning_escape_stops_the_wait_window_
 
     EXPECT_TRUE(controlsOffWhilePagesCame);
     EXPECT_FALSE(controlsOnWhilePagesCame);
-    EXPECT_TRUE(waitWindowShown);
     EXPECT_FALSE(waitWindowClosable);
     EXPECT_TRUE(focusTakenBack);
     EXPECT_EQ(waitText, "Bitte warten bis die Auswertung beendet ist...");

@@ -45,7 +45,6 @@ TEST_F(SmallWindows, the_test_copy_dialog_files_the_image_with_the_typed_note) {
         QTest::keyClick(note, Qt::Key_Return);
         QTest::keyClicks(note, "Seite 2 fehlt");
         ok ? dialog.findChild<QPushButton*>("cmdOK")->click() : QTest::keyClick(&dialog, Qt::Key_Escape);
-        EXPECT_EQ(dialog.result(), ok ? QDialog::Accepted : QDialog::Rejected);
         EXPECT_FALSE(dialog.isVisible());
         EXPECT_EQ(QFileInfo::exists(home.path("test/26319010004.tif")), ok);
     }
@@ -64,7 +63,6 @@ TEST_F(SmallWindows, the_test_copy_dialog_files_the_image_with_the_typed_note) {
 TEST_F(SmallWindows, the_about_window_names_version_home_and_database) {
     frmAbout about;
     const QStringList texts = visibleTexts(&about);
-    EXPECT_FALSE(programVersion().isEmpty());
     for (const QString& shown : {QStringLiteral("Veridon"), programVersion(), home.dir(), home.path("data.mdb")})
         EXPECT_TRUE(texts.contains(shown)) << shown.toStdString();
     EXPECT_EQ(about.windowTitle(), "Info");

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "WindowTexts.h"
 
-#include "app/Database.h"
 #include "app/mdlDB.h"
 #include "app/mdlMessages.h"
 
@@ -53,10 +52,7 @@ void useLanguage(const QString& language) {
     ReloadLanguage();
 }
 
+// The language is cached per process; a test before may have left another one loaded.
 WindowTest::WindowTest() {
-    ReloadLanguage();
-}
-
-WindowTest::~WindowTest() {
     ReloadLanguage();
 }

@@ -18,5 +18,4 @@ void useLanguage(const QString& language);
 class WindowTest : public HomeTest {
 protected:
     WindowTest();
-    ~WindowTest() override;
 };
