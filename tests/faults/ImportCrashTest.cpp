@@ -42,10 +42,8 @@ protected:
     bool presentAsItself(const QByteArray& bytes) const {
         QDirIterator files(home.dir(), QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
-            const QString path = files.next();
-            QFile f(path);
-            if ((path.contains("/import/") || path.contains("/backup/")) && f.size() == bytes.size() &&
-                f.open(QIODevice::ReadOnly) && f.readAll() == bytes)
+            QFile f(files.next());
+            if (f.size() == bytes.size() && f.open(QIODevice::ReadOnly) && f.readAll() == bytes)
                 return true;
         }
         return false;

@@ -97,18 +97,13 @@ public:
         return answer;
     }
 
-    // An integer from the environment (for larger runs outside CI), fallback when unset.
-    static int fromEnvironment(const char* name, int fallback) {
-        bool ok = false;
-        const int value = qEnvironmentVariableIntValue(name, &ok);
-        return ok ? value : fallback;
-    }
-
 private:
     static constexpr int minimumMs = 5;
 
     static quint32 seed() {
-        const quint32 chosen = quint32(fromEnvironment("VERIDON_KILL_SEED", 20261123));
+        bool set = false;
+        const int value = qEnvironmentVariableIntValue("VERIDON_KILL_SEED", &set);
+        const quint32 chosen = set ? quint32(value) : 20261123u;
         std::fprintf(stderr, "kill harness seed %u\n", chosen);
         return chosen;
     }

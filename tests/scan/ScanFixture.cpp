@@ -35,34 +35,29 @@ TiffFacts readTiff(const QString& path) {
     TIFF* tif = TIFFOpen(QFile::encodeName(path).constData(), "r");
     if (!tif)
         return facts;
-    uint16_t compression = 0, bits = 0, photometric = 0;
-    uint32_t width = 0, height = 0;
-    TIFFGetField(tif, TIFFTAG_COMPRESSION, &compression);
-    TIFFGetField(tif, TIFFTAG_IMAGEWIDTH, &width);
-    TIFFGetField(tif, TIFFTAG_IMAGELENGTH, &height);
-    TIFFGetField(tif, TIFFTAG_BITSPERSAMPLE, &bits);
+    uint16_t photometric = 0;
+    TIFFGetField(tif, TIFFTAG_COMPRESSION, &facts.compression);
+    TIFFGetField(tif, TIFFTAG_IMAGEWIDTH, &facts.width);
+    TIFFGetField(tif, TIFFTAG_IMAGELENGTH, &facts.height);
+    TIFFGetField(tif, TIFFTAG_BITSPERSAMPLE, &facts.bitsPerSample);
     TIFFGetField(tif, TIFFTAG_PHOTOMETRIC, &photometric);
     TIFFGetField(tif, TIFFTAG_XRESOLUTION, &facts.xDpi);
     TIFFGetField(tif, TIFFTAG_YRESOLUTION, &facts.yDpi);
-    facts.compression = compression;
-    facts.width = int(width);
-    facts.height = int(height);
-    facts.bitsPerSample = bits;
-    if (bits == 1) {
-        facts.pbm = QStringLiteral("P4\n%1 %2\n").arg(width).arg(height).toLatin1();
+    if (facts.bitsPerSample == 1) {
+        facts.pbm = QStringLiteral("P4\n%1 %2\n").arg(facts.width).arg(facts.height).toLatin1();
         QByteArray row(TIFFScanlineSize(tif), '\0');
         qint64 black = 0;
-        for (uint32_t y = 0; y < height; ++y) {
+        for (uint32_t y = 0; y < facts.height; ++y) {
             TIFFReadScanline(tif, row.data(), y, 0);
             // PBM has 1 for black, as "min is white" does.
             if (photometric != PHOTOMETRIC_MINISWHITE)
                 for (char& c : row)
                     c = char(~c);
-            for (uint32_t x = 0; x < width; ++x)
+            for (uint32_t x = 0; x < facts.width; ++x)
                 black += (uchar(row[x / 8]) >> (7 - x % 8)) & 1;
-            facts.pbm += row.left((width + 7) / 8);
+            facts.pbm += row.left((facts.width + 7) / 8);
         }
-        facts.blackShare = double(black) / (double(width) * height);
+        facts.blackShare = double(black) / (double(facts.width) * facts.height);
     }
     TIFFClose(tif);
     return facts;

@@ -9,6 +9,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 
 // Points SANE at the private configuration; must run before the first scanner is made.
 void useTestSane();
@@ -18,10 +19,11 @@ void useTestSane();
 void writeStandInEvaluation(const TempHome& home, int seconds = 0);
 
 struct TiffFacts {
-    int compression = 0;
-    int width = 0;
-    int height = 0;
-    int bitsPerSample = 0;
+    // As libtiff stores them.
+    uint16_t compression = 0;
+    uint32_t width = 0;
+    uint32_t height = 0;
+    uint16_t bitsPerSample = 0;
     float xDpi = 0;
     float yDpi = 0;
     double blackShare = 0; // share of black pixels of a bitonal page

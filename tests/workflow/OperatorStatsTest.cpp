@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Operator statistics: a morning's work through the real hand-over and discard counts into the
-// day's stats file; a locked or unwritable file or backup switched off never stops the work.
+// Handing records over: a warning asks before the hand-over, and a morning's work through the real
+// hand-over and discard counts into the day's stats file; a locked or unwritable file or backup
+// switched off never stops the work.
 
 #include "admin/OperatorStats.h"
 #include "DemoRecords.h"
@@ -16,16 +17,16 @@
 
 namespace {
 
-class OperatorStats : public HomeTest {
+class HandOver : public HomeTest {
 protected:
-    OperatorStats() {
+    HandOver() {
         execSql("UPDATE zvbSys SET Report_Ambrix_Country=0, Report_Other_Country=0");
         FelderArray().Fill();
         records = insertDemoRecords(7);
         for (int i = 1; i <= 7; ++i)
             home.writeFile(QString("images/3190100%1.tif").arg(i), "II*");
     }
-    ~OperatorStats() override {
+    ~HandOver() override {
         WerteArray().Clear();
         FelderArray().EmptyArray();
     }
@@ -54,7 +55,27 @@ protected:
     QVector<qint32> records;
 };
 
-TEST_F(OperatorStats, a_days_work_is_counted_and_a_file_that_cannot_be_written_never_stops_it) {
+// A warning (Maria Huber's Austrian insurance number with a wrong check digit) shows its list and
+// asks; no keeps the record as not corrected, yes marks it corrected. Errors and the export after
+// the hand-over are the command line's accept test.
+TEST_F(HandOver, a_warning_asks_and_only_yes_marks_the_record_corrected) {
+    execSql("UPDATE zvbWerte SET PERSONAL_ID='1234030761' WHERE LfdNr=?", {records[0]});
+    ASSERT_EQ(TakeNextRecord(), records[0]);
+    QString errorText;
+    QString listed;
+    messages.queueAnswer(MsgBox::No);
+    EXPECT_FALSE(DecideHandOver(errorText, [&](const QString& text) { listed = text; }));
+    EXPECT_EQ(listed, "\r\nPersönliche Kennnummer passt nicht zu Aufbau und Prüfziffer der persönlichen Kennnummer des "
+                      "Staates AT");
+    EXPECT_TRUE(messages.saw("Es gibt noch Warnungen zu diesem Beleg!"));
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "0");
+    messages.queueAnswer(MsgBox::Yes);
+    EXPECT_TRUE(DecideHandOver(errorText, nullptr));
+    EXPECT_EQ(errorText, "");
+    EXPECT_EQ(WerteArray().GetValue("Korrigiert"), "1");
+}
+
+TEST_F(HandOver, a_days_work_is_counted_and_a_file_that_cannot_be_written_never_stops_it) {
     at(10, 30);
     handOverNext([&] {
         WerteArray().SetValue("NACHNAME", "Hüber"); // two fields corrected

@@ -62,8 +62,11 @@ protected:
     std::vector<std::unique_ptr<QTemporaryDir>> folders;
 };
 
-TEST_F(SharedPool, a_joined_workstation_keeps_its_own_settings_and_shares_records_and_master_data) {
-    const QString second = joinWorkstation(2);
+// Joined workstations keep their own settings and share the records and master data; exporting or
+// importing at the same moment from separate processes, each record and each state comes once.
+TEST_F(SharedPool, joined_workstations_share_records_and_master_data_and_export_and_import_each_item_once) {
+    const QStringList homes{joinWorkstation(2), joinWorkstation(3), joinWorkstation(4)};
+    const QString second = homes[0];
     const CliRun info = runCli({"--home", second, "info"});
     EXPECT_TRUE(info.out.contains("Arbeitsplatz: 2"));
     EXPECT_TRUE(info.out.contains(QRegularExpression("zvbWerte +0 +Server")));
@@ -87,9 +90,8 @@ TEST_F(SharedPool, a_joined_workstation_keeps_its_own_settings_and_shares_record
     EXPECT_EQ(next.out.trimmed(), QString::number(records[0]));
     EXPECT_EQ(workflowOf(records[0]), "30/2") << "taken by workstation 2, seen from workstation 1";
     EXPECT_THROW(execSql("SELECT APP_KorrID, LfdNr FROM zvbSys, zvbWerte"), VeridonError) << "no database holds both";
-}
 
-TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
+    execSql("DELETE FROM zvbWerte");
     const QVector<FormValues> forms = demoForms();
     for (int i = 0; i < 40; ++i) {
         FormValues form = forms[i % forms.size()];
@@ -100,7 +102,6 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
     FormValues claimed = forms[0];
     claimed["BMPName"] = "unterwegs.tif";
     const qint32 elsewhere = insertRecord(claimed, 41, 9);
-    const QStringList homes{joinWorkstation(2), joinWorkstation(3)};
     for (const QString& folder : homes)
         runCli({"--home", folder, "sql", "UPDATE zvbSys SET Backup_Bilder=0"});
     runTogether(homes, {"export"});
@@ -113,10 +114,8 @@ TEST_F(SharedPool, two_workstations_exporting_at_once_write_each_record_once) {
     EXPECT_EQ(exported.removeDuplicates(), 0);
     EXPECT_EQ(CountRows("*", "zvbWerte", QString()), 1);
     EXPECT_EQ(workflowOf(elsewhere), "41/9") << "another workstation's claim is that one's to finish";
-}
 
-TEST_F(SharedPool, a_newer_master_file_is_imported_once_when_workstations_start_together) {
-    const QStringList homes{joinWorkstation(2), joinWorkstation(3), joinWorkstation(4)};
+    // A newer master file, seen by all of them as they start together.
     for (const QString& folder : homes) {
         QFile file(folder + "/stammdaten/staaten.txt");
         ASSERT_TRUE(file.open(QIODevice::ReadWrite));
